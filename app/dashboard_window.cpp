@@ -1,0 +1,46 @@
+#include "app/dashboard_window.hpp"
+
+#include <cstdlib>
+#include <string>
+
+#include <opencv2/highgui.hpp>
+
+namespace halcyra {
+namespace {
+
+const std::string kTitle = "Halcyra Control Center";
+
+constexpr int kLeastWidth = 800;
+constexpr int kLeastHeight = 480;
+
+}  // namespace
+
+// Without this variable only the low byte of a key code arrives, and a cursor key is taken for the
+// letter that has the same low byte.
+void ask_for_whole_key_codes() { setenv("OPENCV_LEGACY_WAITKEY", "1", 1); }
+
+// The picture alone, free in its shape: a toolbar or a kept aspect ratio would make the live size
+// differ from the canvas.
+void open_window(const Options& options) {
+  cv::namedWindow(kTitle, cv::WINDOW_NORMAL | cv::WINDOW_FREERATIO | cv::WINDOW_GUI_NORMAL);
+  cv::resizeWindow(kTitle, options.width, options.height);
+  cv::setWindowProperty(kTitle, cv::WND_PROP_FULLSCREEN, options.fullscreen ? 1.0 : 0.0);
+}
+
+Options with_live_size(const Options& options) {
+  Options live = options;
+  const cv::Rect window = cv::getWindowImageRect(kTitle);
+  if (window.width >= kLeastWidth && window.height >= kLeastHeight && !options.fullscreen) {
+    live.width = window.width;
+    live.height = window.height;
+  }
+  return live;
+}
+
+void show_canvas(const cv::Mat& canvas) { cv::imshow(kTitle, canvas); }
+
+int wait_for_key(const Options& options) { return cv::waitKey(options.smoke ? 1 : 30); }
+
+void close_window() { cv::destroyAllWindows(); }
+
+}  // namespace halcyra

@@ -1,0 +1,19 @@
+// Opens the Kinect v2, starts its streams and closes it again.
+#pragma once
+
+#include "app/options.hpp"
+#include "capture/kinect_session.hpp"
+
+namespace halcyra {
+
+struct RuntimeStatus;
+
+// Finds, opens and starts the sensor unless `options.no_camera`. Each outcome becomes the status
+// sentences and an event; nothing is retried, so a run that starts without a sensor stays without.
+void open_kinect(KinectSession& session, const Options& options, RuntimeStatus& status);
+
+// Stops the streams if they had started and closes the device, if there is one. The context and
+// the listener live on until the session is destroyed.
+void close_kinect(KinectSession& session);
+
+}  // namespace halcyra

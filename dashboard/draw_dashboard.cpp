@@ -1,0 +1,37 @@
+#include "dashboard/draw_dashboard.hpp"
+
+#include "app/views.hpp"
+#include "dashboard/card_grid.hpp"
+#include "dashboard/dashboard_geometry.hpp"
+#include "dashboard/dashboard_scene.hpp"
+#include "dashboard/event_panel.hpp"
+#include "dashboard/footer.hpp"
+#include "dashboard/header.hpp"
+#include "dashboard/preview.hpp"
+#include "dashboard/side_panels.hpp"
+#include "dashboard/status_cards.hpp"
+
+namespace halcyra {
+namespace {
+
+const cv::Scalar kBackground(14, 18, 25);
+
+}  // namespace
+
+void draw_dashboard(cv::Mat& canvas, const cv::Mat& color, const cv::Mat& infrared,
+                    const cv::Mat& depth, const RuntimeStatus& status, const Options& options,
+                    const std::vector<FaceInfo>& faces) {
+  const std::string view = options.view.empty() ? "combo" : options.view;
+  const DashboardScene scene{color,   infrared, depth, status,
+                             options, faces,    view,  view_label(view)};
+  const DashboardGeometry geometry = dashboard_geometry(options);
+  canvas = cv::Mat(geometry.height, geometry.width, CV_8UC3, kBackground);
+  drawHeader(canvas, geometry);
+  drawPreview(canvas, geometry, scene);
+  drawSidePanels(canvas, geometry, scene);
+  drawCardGrid(canvas, geometry, status_cards(status));
+  drawEventPanel(canvas, geometry, status.events);
+  drawFooter(canvas, geometry);
+}
+
+}  // namespace halcyra

@@ -1,0 +1,122 @@
+#include "dashboard/panel_drawing.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include <opencv2/imgproc.hpp>
+
+#include "dashboard/font_scale.hpp"
+#include "dashboard/text_cut.hpp"
+
+namespace halcyra {
+
+double g_font_scale = 1.25;
+
+namespace {
+
+const cv::Scalar kPanelFill(22, 28, 38);
+const cv::Scalar kPanelOutline(52, 64, 80);
+const cv::Scalar kTitleColor(222, 230, 240);
+const cv::Scalar kKeyColor(128, 142, 160);
+const cv::Scalar kValueColor(225, 232, 242);
+const cv::Scalar kNoticeColor(142, 153, 170);
+
+constexpr int kTitleBand = 22;         // height of a panel's title
+constexpr double kRowScale = 0.34;     // text size of key/value rows
+constexpr int kRowCharacterWidth = 7;  // what a character of such a row is taken to need
+
+// Strokes grow with the text, but never get thinner than asked.
+int scaled_thickness(int thickness) {
+  const double factor = std::max(0.85 * g_font_scale, 1.0);
+  return std::max(1, static_cast<int>(std::lround(thickness * factor)));
+}
+
+int bottom_of(const cv::Rect& rect) { return rect.y + rect.height; }
+
+// False, and noted on the cursor, when the next line would leave the panel.
+bool has_room(PanelCursor& cursor) {
+  if (cursor.y + 2 <= bottom_of(cursor.content)) return true;
+  cursor.overflow = true;
+  return false;
+}
+
+std::size_t line_budget(const PanelCursor& cursor, double scale) {
+  const double character_width = std::max(11.0 * scale * g_font_scale, 6.0);
+  return std::max<std::size_t>(8, static_cast<std::size_t>(cursor.content.width / character_width));
+}
+
+int value_column(const cv::Rect& content, int value_x) {
+  if (value_x >= 1) return value_x;
+  return content.x + std::max(92, static_cast<int>(content.width * 0.46));
+}
+
+int key_budget(const cv::Rect& content, int column) {
+  return std::max(6, (column - content.x - 8) / kRowCharacterWidth);
+}
+
+int value_budget(const cv::Rect& content, int column) {
+  const int room = content.x + content.width - column;
+  return room > 48 ? room / kRowCharacterWidth : 6;
+}
+
+void putRowText(cv::Mat& canvas, const std::string& text, int budget, cv::Point origin,
+                const cv::Scalar& color) {
+  put(canvas, clipped(text, static_cast<std::size_t>(budget)), origin, kRowScale, color, 1);
+}
+
+}  // namespace
+
+void put(cv::Mat& canvas, const std::string& text, cv::Point origin, double scale,
+         const cv::Scalar& color, int thickness) {
+  cv::putText(canvas, text, origin, cv::FONT_HERSHEY_SIMPLEX, scale * g_font_scale, color,
+              scaled_thickness(thickness), cv::LINE_AA);
+}
+
+void drawBox(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& fill,
+             const cv::Scalar& outline) {
+  cv::rectangle(canvas, rect, fill, cv::FILLED, cv::LINE_AA);
+  cv::rectangle(canvas, rect, outline, 1, cv::LINE_AA);
+}
+
+PanelCursor drawPanel(cv::Mat& canvas, const cv::Rect& rect, const std::string& title,
+                      double title_scale) {
+  drawBox(canvas, rect, kPanelFill, kPanelOutline);
+  const int pad =
+      std::clamp(static_cast<int>(std::round(std::min(rect.width, rect.height) * 0.035)), 8, 14);
+  PanelCursor cursor;
+  cursor.panel = rect;
+  cursor.content =
+      cv::Rect(rect.x + pad, rect.y + pad + kTitleBand, std::max(1, rect.width - 2 * pad),
+               std::max(1, rect.height - 2 * pad - kTitleBand));
+  cursor.line_height = std::clamp(static_cast<int>(std::round(18.0 * g_font_scale)), 15, 24);
+  cursor.y = cursor.content.y + cursor.line_height;
+  put(canvas, title, {rect.x + pad, rect.y + pad + 17}, title_scale, kTitleColor, 1);
+  return cursor;
+}
+
+bool drawTextLine(cv::Mat& canvas, PanelCursor& cursor, const std::string& text, double scale,
+                  const cv::Scalar& color, int thickness) {
+  if (!has_room(cursor)) return false;
+  put(canvas, clipped(text, line_budget(cursor, scale)), {cursor.content.x, cursor.y}, scale, color,
+      thickness);
+  cursor.y += cursor.line_height;
+  return true;
+}
+
+void drawKeyValue(cv::Mat& canvas, PanelCursor& cursor, const std::string& key,
+                  const std::string& value, int value_x) {
+  if (!has_room(cursor)) return;
+  const cv::Rect& content = cursor.content;
+  const int column = value_column(content, value_x);
+  putRowText(canvas, key, key_budget(content, column), {content.x, cursor.y}, kKeyColor);
+  putRowText(canvas, value, value_budget(content, column), {column, cursor.y}, kValueColor);
+  cursor.y += cursor.line_height;
+}
+
+void drawOverflowNotice(cv::Mat& canvas, const PanelCursor& cursor) {
+  if (!cursor.overflow || cursor.content.height <= 12) return;
+  put(canvas, "more in debug mode", {cursor.content.x, bottom_of(cursor.content) - 2}, 0.3,
+      kNoticeColor, 1);
+}
+
+}  // namespace halcyra

@@ -1,0 +1,17 @@
+#include "face_pipeline/face_detectors.hpp"
+
+#include "app/event_log.hpp"
+#include "app/runtime_status.hpp"
+
+namespace halcyra {
+
+void load_detectors(FaceDetectors& detectors, const Options& options, RuntimeStatus& status) {
+  status.frontal_cascade_loaded = detectors.frontal.load(options.cascade_path);
+  status.profile_cascade_loaded = detectors.profile.load(options.profile_cascade_path);
+  if (!status.frontal_cascade_loaded) add_event(status, "Frontal cascade unavailable");
+  if (!status.profile_cascade_loaded) {
+    add_event(status, "Profile cascade unavailable; profile detection fallback");
+  }
+}
+
+}  // namespace halcyra

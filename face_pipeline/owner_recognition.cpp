@@ -1,0 +1,102 @@
+#include "face_pipeline/owner_recognition.hpp"
+
+#include <cfloat>
+#include <numeric>
+#include <vector>
+
+#include <opencv2/imgproc.hpp>
+
+#include "app/event_log.hpp"
+#include "app/runtime_status.hpp"
+#include "face_pipeline/sample_loader.hpp"
+
+namespace halcyra {
+namespace {
+
+constexpr int kOwnerClass = 1;
+const cv::Size kProbeSize(160, 160);
+
+// Radius 1 with 8 neighbours over an 8 x 8 grid is the classic operator of Ahonen et al., "Face
+// Recognition with Local Binary Patterns" (2004). Without a threshold of its own the model always
+// answers, and the distance decides.
+cv::Ptr<cv::face::LBPHFaceRecognizer> train_model(const std::vector<TrainingSample>& samples) {
+  std::vector<cv::Mat> images;
+  for (const TrainingSample& sample : samples) images.push_back(sample.image);
+  const std::vector<int> labels(samples.size(), kOwnerClass);
+  auto model = cv::face::LBPHFaceRecognizer::create(1, 8, 8, 8, DBL_MAX);
+  model->train(images, labels);
+  return model;
+}
+
+cv::Mat make_probe(const cv::Mat& crop) {
+  cv::Mat equalized;
+  cv::equalizeHist(crop, equalized);
+  cv::Mat probe;
+  cv::resize(equalized, probe, kProbeSize, 0, 0, cv::INTER_AREA);
+  return probe;
+}
+
+void count_outcome(const FaceInfo& face, RecognitionState& state, RuntimeStatus& status) {
+  if (face.label == "ConfirmedDorran") {
+    ++state.cc_confirmed_dorran_predictions;
+    add_event(status, "Identity confirmed: Dorran via " + face.detector_type);
+  } else if (face.label == "CandidateDorran") {
+    ++state.cc_candidate_dorran_predictions;
+  } else {
+    ++state.cc_unknown_predictions;
+    add_event(status, "Unknown face via " + face.detector_type);
+  }
+}
+
+}  // namespace
+
+void train_recognizer(RecognitionState& state, const Options& options, RuntimeStatus& status) {
+  status.samples_loaded = load_samples(options.samples_dir, state.samples);
+  if (!status.samples_loaded) {
+    add_event(status, "Recognition samples unavailable");
+    return;
+  }
+  state.recognizer = train_model(state.samples);
+  add_event(status, "Dorran recognition samples loaded: " + std::to_string(state.samples.size()));
+}
+
+std::string vote_identity(RecognitionState& state, int predicted_label, double distance,
+                          const Options& options) {
+  const bool owner = predicted_label == kOwnerClass;
+  const bool candidate = owner && distance <= options.candidate_threshold;
+  const int vote = owner && distance <= options.confirmed_threshold ? 1 : 0;
+  std::deque<int>& history = state.confirm_history;
+  history.push_back(vote);
+  while (history.size() > static_cast<std::size_t>(options.confirm_window)) history.pop_front();
+  const int votes = std::accumulate(history.begin(), history.end(), 0);
+  if (vote == 1 && votes >= options.confirm_required) return "ConfirmedDorran";
+  return candidate ? "CandidateDorran" : "Unknown";
+}
+
+// The probe is equalised and the samples are not; the nearest one is a hint at the pose, no match.
+std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::Mat& probe) {
+  std::string stage = "unknown";
+  double best = 1e100;
+  cv::Mat difference;
+  for (const TrainingSample& sample : samples) {
+    cv::absdiff(sample.image, probe, difference);
+    const double score = cv::norm(difference, cv::NORM_L2) / static_cast<double>(probe.total());
+    if (score < best) {
+      best = score;
+      stage = sample.stage;
+    }
+  }
+  return stage;
+}
+
+void recognize_owner(FaceInfo& face, const cv::Mat& crop, RecognitionState& state,
+                     RuntimeStatus& status, const Options& options) {
+  const cv::Mat probe = make_probe(crop);
+  int predicted_label = -1;
+  state.recognizer->predict(probe, predicted_label, face.confidence);
+  face.stage = nearest_stage(state.samples, probe);
+  face.label = vote_identity(state, predicted_label, face.confidence, options);
+  count_outcome(face, state, status);
+}
+
+}  // namespace halcyra

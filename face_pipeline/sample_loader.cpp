@@ -1,0 +1,71 @@
+#include "face_pipeline/sample_loader.hpp"
+
+#include <algorithm>
+#include <filesystem>
+#include <locale>
+#include <system_error>
+
+#include <opencv2/imgcodecs.hpp>
+#include <opencv2/imgproc.hpp>
+
+namespace halcyra {
+namespace {
+
+namespace fs = std::filesystem;
+
+const cv::Size kSampleSize(160, 160);
+
+std::string lower_extension(const fs::path& path) {
+  std::string extension = path.extension().string();
+  for (char& c : extension) c = std::tolower(c, std::locale::classic());
+  return extension;
+}
+
+// A link that leads nowhere or in a circle is no file.
+bool is_sample_file(const fs::directory_entry& entry) {
+  std::error_code ignored;
+  if (!entry.is_regular_file(ignored) || entry.path().filename() == "manifest.json") return false;
+  const std::string extension = lower_extension(entry.path());
+  return extension == ".png" || extension == ".jpg" || extension == ".jpeg" || extension == ".pgm";
+}
+
+// In path order, so that two runs over the same tree see the same samples.
+std::vector<fs::path> sample_files(const fs::path& root) {
+  std::vector<fs::path> files;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root)) {
+    if (is_sample_file(entry)) files.push_back(entry.path());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::string stage_of(const fs::path& relative) {
+  const bool nested = relative.has_parent_path() && relative.parent_path() != ".";
+  return nested ? relative.parent_path().filename().string() : "flat";
+}
+
+void append_sample(const fs::path& file, const fs::path& root,
+                   std::vector<TrainingSample>& samples) {
+  TrainingSample sample;
+  sample.image = cv::imread(file.string(), cv::IMREAD_GRAYSCALE);
+  if (sample.image.empty()) return;
+  if (sample.image.size() != kSampleSize) {
+    cv::resize(sample.image, sample.image, kSampleSize, 0, 0, cv::INTER_AREA);
+  }
+  const fs::path relative = fs::relative(file, root);
+  sample.path = relative.generic_string();
+  sample.stage = stage_of(relative);
+  samples.push_back(sample);
+}
+
+}  // namespace
+
+bool load_samples(const std::string& folder, std::vector<TrainingSample>& samples) {
+  const fs::path root = folder;
+  std::error_code ignored;
+  if (!fs::exists(root, ignored)) return false;
+  for (const fs::path& file : sample_files(root)) append_sample(file, root, samples);
+  return !samples.empty();
+}
+
+}  // namespace halcyra

@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that the project needs and that are missing here.
+# Usage: install-packages.sh run|test
+set -euo pipefail
+
+run_packages=(
+    g++ cmake ninja-build pkg-config
+    libopencv-dev libopencv-contrib-dev libre2-dev
+    opencv-data                       # the face cascades
+    x11-xserver-utils x11-utils       # xrandr and xdpyinfo, which tell the screen size
+)
+test_packages=(
+    libgtest-dev
+    libx11-dev libxtst-dev            # real key presses in the end-to-end tests
+    xvfb openbox                     # windows, and closing and resizing them as a person does
+)
+
+case "${1:-}" in
+    run) wanted=("${run_packages[@]}") ;;
+    test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+    *)
+        echo "usage: $0 run|test" >&2
+        exit 2
+        ;;
+esac
+
+missing=()
+for package in "${wanted[@]}"; do
+    state=$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null || true)
+    [ "$state" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+        echo "These packages are missing and need root to be installed: ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+echo "Installing: ${missing[*]}"
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -1,0 +1,15 @@
+// The size of the screen and where it was learnt.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace halcyra {
+
+struct DisplayInfo {
+  std::int32_t width = 1280;        // pixels
+  std::int32_t height = 720;        // pixels
+  std::string source = "fallback";  // "xrandr", "xdpyinfo" or "fallback"
+};
+
+}  // namespace halcyra

@@ -1,0 +1,31 @@
+// What the tests draw themselves, straight with OpenCV, to compare the dashboard with. Colours are
+// BGR, lengths pixels.
+#pragma once
+
+#include <string>
+
+#include <opencv2/core.hpp>
+
+namespace halcyra::expected {
+
+// A canvas of a grey that the dashboard does not use, so that everything drawn on it shows.
+cv::Mat canvas(int width, int height);
+
+// A picture in which no two neighbouring pixels are alike.
+cv::Mat picture(int width, int height);
+
+// Text as the dashboard scales it.
+void text(cv::Mat& canvas, const std::string& text, cv::Point origin, double scale,
+          const cv::Scalar& color, int thickness = 1);
+
+// A filled rectangle without an outline.
+void fill(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& color, int line_type);
+
+// A filled rectangle with an outline of one pixel, both anti-aliased.
+void smooth_box(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& fill,
+                const cv::Scalar& outline);
+
+// The whole picture scaled into the rectangle by area interpolation.
+void scaled_picture(cv::Mat& canvas, const cv::Rect& rect, const cv::Mat& picture);
+
+}  // namespace halcyra::expected

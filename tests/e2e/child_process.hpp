@@ -1,0 +1,47 @@
+// A process that a test starts and that never outlives it.
+#pragma once
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace halcyra {
+
+struct ProcessStart {
+  std::string executable;              // absolute path, or a name to look up on the test's own PATH
+  std::vector<std::string> arguments;  // without the name of the program
+  std::map<std::string, std::string> environment;  // the whole of it; nothing is inherited
+  std::filesystem::path working_folder = ".";
+  std::filesystem::path stdout_file = "/dev/null";
+  std::filesystem::path stderr_file = "/dev/null";
+  int inherited_descriptor = -1;  // one more descriptor that stays open in the child
+};
+
+struct ProcessEnd {
+  int exit_status = -1;  // -1 when a signal ended it
+  int signal = 0;        // 0 when it exited
+};
+
+class ChildProcess {
+ public:
+  explicit ChildProcess(const ProcessStart& start);
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+  ~ChildProcess();  // ends it when it still runs
+
+  pid_t id() const { return id_; }
+  bool running();
+
+  // How it ended; nothing when it still runs after the deadline of waiting.hpp.
+  std::optional<ProcessEnd> wait_for_end();
+
+ private:
+  pid_t id_ = -1;
+  std::optional<ProcessEnd> end_;
+};
+
+}  // namespace halcyra

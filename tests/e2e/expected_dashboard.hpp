@@ -1,0 +1,31 @@
+// The dashboard that a test says should stand in the window, compared pixel by pixel.
+#pragma once
+
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include <opencv2/core/mat.hpp>
+
+#include "app/options.hpp"
+#include "app/runtime_status.hpp"
+#include "face_pipeline/face_info.hpp"
+
+namespace halcyra {
+
+struct ExpectedDashboard {
+  Options options;       // with the size of the window and the font scale of the run
+  RuntimeStatus status;  // all but the events
+  cv::Mat color;
+  cv::Mat infrared;
+  cv::Mat depth;
+  std::vector<FaceInfo> faces;
+  std::vector<std::string> messages;  // of the event log, newest first
+  std::time_t from = 0;               // no event is older
+};
+
+// "" when the picture is exactly that dashboard, with the times of the events as they are in the
+// picture; else what differs.
+std::string difference(const cv::Mat& picture, const ExpectedDashboard& expected);
+
+}  // namespace halcyra

@@ -1,0 +1,38 @@
+// One run of the real program.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/child_process.hpp"
+#include "tests/e2e/stage.hpp"
+
+namespace halcyra {
+
+struct ProgramStart {
+  std::vector<std::string> arguments;
+  std::string display = "";  // of an X server; none draws into memory only
+  std::map<std::string, std::string> environment = {};  // beside the stage's
+  std::string executable = HALCYRA_PROGRAM;
+  std::vector<std::string> unset = {};  // variables of the stage that the program is not to see
+};
+
+class Program {
+ public:
+  Program(const Stage& stage, const ProgramStart& start);
+
+  bool running() { return process_->running(); }
+  std::optional<ProcessEnd> wait_for_end() { return process_->wait_for_end(); }
+  std::string output() const;
+  std::string errors() const;
+
+ private:
+  std::filesystem::path output_file_;
+  std::filesystem::path errors_file_;
+  std::unique_ptr<ChildProcess> process_;
+};
+
+}  // namespace halcyra

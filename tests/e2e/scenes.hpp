@@ -1,0 +1,25 @@
+// Dashboards that many tests expect, stated by the rules of the program.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/expected_dashboard.hpp"
+
+namespace halcyra {
+
+// Nobody in the room, in the readable window, Sonmere and systemctl without answers, once the
+// view's mode has settled. `sensor_messages` are what the start of the sensor logged, newest first.
+ExpectedDashboard empty_room_scene(const std::string& view,
+                                   const std::vector<std::string>& sensor_messages);
+
+// The same of a run with --no-camera.
+ExpectedDashboard camera_less_scene(const std::string& view);
+
+// The messages of such a run's start, newest first, up to the start of the sensor.
+std::vector<std::string> start_messages();
+
+// Puts a message on top of the scene's, of which the log keeps 11.
+void log_message(ExpectedDashboard& scene, const std::string& message);
+
+}  // namespace halcyra

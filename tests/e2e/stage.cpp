@@ -1,0 +1,71 @@
+#include "tests/e2e/stage.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "tests/e2e/text_file.hpp"
+
+namespace halcyra {
+namespace {
+
+// Settings of the test run itself that its programs need as well: the time zone of the event times,
+// and where instrumented builds report to.
+constexpr const char* kPassedOn[] = {"TZ",           "LD_LIBRARY_PATH",  "ASAN_OPTIONS",
+                                     "LSAN_OPTIONS", "UBSAN_OPTIONS",    "TSAN_OPTIONS",
+                                     "GCOV_PREFIX",  "GCOV_PREFIX_STRIP"};
+
+}  // namespace
+
+Stage::Stage() {
+  std::filesystem::create_directories(working_folder());
+  std::filesystem::create_directories(home());
+  provide("sonmerectl");
+  provide("systemctl");
+  answer("xrandr --current", "screen connected primary 1920x1200+0+0\n");
+}
+
+std::filesystem::path Stage::event_file() const {
+  return home() / ".local/state/halcyra/first-run-event.json";
+}
+
+std::filesystem::path Stage::script_of(const std::string& command) const {
+  return command == "sonmerectl" ? working_folder() / "install" / command
+                                 : folder() / "bin" / command;
+}
+
+void Stage::provide(const std::string& command) { commands_.answer_nothing(script_of(command)); }
+
+void Stage::withdraw(const std::string& command) { std::filesystem::remove(script_of(command)); }
+
+void Stage::answer(const std::string& call, const std::string& text) {
+  constexpr int kFailure = 3;
+  const std::size_t name_length = std::min(call.find(' '), call.size());
+  const std::string arguments = call.substr(std::min(name_length + 1, call.size()));
+  commands_.answer(script_of(call.substr(0, name_length)), arguments, text, kFailure);
+}
+
+void Stage::write_event_file(const std::string& text) { write_text(event_file(), text); }
+
+std::vector<std::string> Stage::calls() const {
+  std::vector<std::string> calls = commands_.calls();
+  for (std::string& call : calls) {
+    call.resize(call.find_last_not_of(' ') + 1);
+  }
+  return calls;
+}
+
+std::map<std::string, std::string> Stage::environment() const {
+  std::map<std::string, std::string> result = {
+      {"HOME", home().string()},
+      {"PATH", (folder() / "bin").string()},
+      {"XDG_RUNTIME_DIR", folder().string()},
+  };
+  for (const char* const name : kPassedOn) {
+    if (const char* const value = std::getenv(name)) {
+      result[name] = value;
+    }
+  }
+  return result;
+}
+
+}  // namespace halcyra

@@ -1,0 +1,49 @@
+// The machine that a run of the program sees: its working folder, its home and the commands that it
+// can call, all of the test's own. The commands end with a failure, since that must not matter.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tests/support/fake_commands.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace halcyra {
+
+class Stage {
+ public:
+  // A screen of 1920 x 1200, and a Sonmere and a systemctl that answer nothing.
+  Stage();
+
+  const std::filesystem::path& folder() const { return folder_.path(); }
+  std::filesystem::path working_folder() const { return folder() / "work"; }
+  std::filesystem::path home() const { return folder() / "home"; }
+  std::filesystem::path event_file() const;
+  std::filesystem::path samples_folder() const { return working_folder() / "faces/dorran"; }
+
+  // Makes a command ("xrandr", "xdpyinfo", "systemctl" or "sonmerectl") that answers nothing yet.
+  void provide(const std::string& command);
+  void withdraw(const std::string& command);
+
+  // What the command prints when called so, for example "sonmerectl status".
+  void answer(const std::string& call, const std::string& text);
+
+  // Replaced in one step, so that the program never sees half a file.
+  void write_event_file(const std::string& text);
+
+  // All calls so far, oldest first, for example "xrandr --current".
+  std::vector<std::string> calls() const;
+
+  // Only what the program needs to see this stage; no display.
+  std::map<std::string, std::string> environment() const;
+
+ private:
+  std::filesystem::path script_of(const std::string& command) const;
+
+  TemporaryFolder folder_;
+  FakeCommands commands_;
+};
+
+}  // namespace halcyra

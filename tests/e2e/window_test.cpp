@@ -1,0 +1,137 @@
+// The window in the hands of its user: resized, closed, full screen, managed or not.
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
+
+#include "tests/e2e/desktop_run.hpp"
+#include "tests/e2e/exit_summary_line.hpp"
+#include "tests/e2e/scenes.hpp"
+#include "tests/e2e/waiting.hpp"
+#include "tests/e2e/window_manager.hpp"
+#include "tests/support/same_pixels.hpp"
+
+namespace halcyra {
+namespace {
+
+ProgramStart camera_less_start(const std::vector<std::string>& arguments = {}) {
+  ProgramStart start{in_readable_window({"--no-camera"})};
+  start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
+  return start;
+}
+
+ExpectedDashboard scene_of_size(cv::Size size) {
+  ExpectedDashboard scene = camera_less_scene("combo");
+  scene.options.width = size.width;
+  scene.options.height = size.height;
+  return scene;
+}
+
+class Window : public ::testing::Test {
+ protected:
+  Stage stage_;
+};
+
+TEST_F(Window, DashboardFollowsItsSize) {
+  DesktopRun run(stage_, camera_less_start());
+  ASSERT_EQ(run.wait_for(camera_less_scene("combo")), "");
+  for (const cv::Size size : {cv::Size(800, 480), cv::Size(1919, 600), cv::Size(801, 1199),
+                              cv::Size(1119, 619), cv::Size(1120, 620), cv::Size(1003, 777)}) {
+    SCOPED_TRACE(size);
+    run.desktop().resize(size);
+    EXPECT_EQ(run.wait_for(scene_of_size(size)), "");
+  }
+  EXPECT_TRUE(run.quit());
+  std::map<std::string, std::string> summary = summary_values(run.program().output());
+  EXPECT_EQ(summary["size"], "1440x1080");
+  EXPECT_EQ(summary["font_scale"], "0.86");
+}
+
+// Below 800 x 480 the dashboard keeps its start-up size and the window shows it shrunk. Half as
+// wide and half as high, every pixel of the window is one of the four that it stands for.
+TEST_F(Window, SmallWindowShowsTheStartUpSize) {
+  DesktopRun run(stage_, camera_less_start({"--view", "rgb"}));
+  ASSERT_EQ(run.wait_for(camera_less_scene("rgb")), "");
+  cv::Mat whole;
+  cv::copyMakeBorder(run.desktop().screenshot(), whole, 0, 1, 0, 1, cv::BORDER_REPLICATE);
+  run.desktop().resize({kWidth / 2, kHeight / 2});
+  EXPECT_TRUE(wait_until([&] {
+    const cv::Mat small = run.desktop().screenshot();
+    if (small.size() != cv::Size(kWidth / 2, kHeight / 2)) {
+      return false;
+    }
+    cv::Mat strange(small.size(), CV_8UC1, cv::Scalar(255));
+    for (int offset = 0; offset < 4; ++offset) {
+      cv::Mat quarter;
+      const cv::Rect shifted(offset % 2, offset / 2, kWidth, kHeight);
+      cv::resize(whole(shifted), quarter, small.size(), 0, 0, cv::INTER_NEAREST);
+      strange &= differing_pixels(small, quarter);
+    }
+    return cv::countNonZero(strange) == 0;
+  }));
+  run.desktop().resize({kWidth, kHeight});
+  EXPECT_EQ(run.wait_for(camera_less_scene("rgb")), "");
+}
+
+TEST_F(Window, NarrowOrLowWindowDoesNotEndTheRun) {
+  DesktopRun run(stage_, camera_less_start());
+  ASSERT_EQ(run.wait_for(camera_less_scene("combo")), "");
+  for (const cv::Size size : {cv::Size(799, 1000), cv::Size(1000, 479), cv::Size(40, 30)}) {
+    run.desktop().resize(size);
+    EXPECT_TRUE(wait_until([&] { return run.desktop().screenshot().size() == size; }));
+  }
+  run.desktop().resize({900, 500});
+  EXPECT_EQ(run.wait_for(scene_of_size({900, 500})), "");
+}
+
+// The program does not watch for it: the next picture brings the window back.
+TEST_F(Window, ClosedComesBackAndTheRunGoesOn) {
+  DesktopRun run(stage_, camera_less_start());
+  ASSERT_EQ(run.wait_for(camera_less_scene("combo")), "");
+  run.desktop().ask_to_close();
+  EXPECT_TRUE(wait_until([&] { return run.desktop().times_hidden() >= 1; }));
+  ASSERT_TRUE(run.desktop().find_window());
+  EXPECT_EQ(run.wait_for(camera_less_scene("combo")), "");
+  run.desktop().press("b");
+  EXPECT_TRUE(run.wait_for_message("Debug boxes/detail enabled"));
+  EXPECT_TRUE(run.quit());
+}
+
+TEST_F(Window, FrameLimitEndsARunThatIsClosed) {
+  DesktopRun run(stage_, camera_less_start({"--frames", "60"}));
+  run.desktop().ask_to_close();
+  const std::optional<ProcessEnd> end = run.program().wait_for_end();
+  ASSERT_TRUE(end);
+  EXPECT_EQ(end->exit_status, 0);
+  EXPECT_EQ(summary_values(run.program().output()).at("frames"), "60");
+}
+
+class ManagedWindow : public Window {
+ protected:
+  XServer server_;
+  WindowManager manager_{server_, stage_};
+};
+
+TEST_F(ManagedWindow, HasItsDashboard) {
+  DesktopRun run(stage_, server_, camera_less_start());
+  EXPECT_EQ(run.wait_for(camera_less_scene("combo")), "");
+  run.desktop().press("m");
+  EXPECT_TRUE(run.wait_for_message("Mic HUD disabled"));
+  EXPECT_TRUE(run.quit());
+}
+
+TEST_F(ManagedWindow, FullscreenCoversTheScreen) {
+  const ProgramStart start{{"--no-camera", "--fullscreen", "--font-scale", "0.86"}};
+  DesktopRun run(stage_, server_, start);
+  EXPECT_EQ(run.wait_for(scene_of_size({1920, 1200})), "");
+  EXPECT_TRUE(run.quit());
+  EXPECT_EQ(summary_values(run.program().output()).at("window"), "fullscreen");
+}
+
+TEST_F(ManagedWindow, WithAllLimitsOffRunsUntilQuit) {
+  DesktopRun run(stage_, server_, camera_less_start({"--smoke", "--frames", "0"}));
+  ASSERT_EQ(run.wait_for(camera_less_scene("combo")), "");
+  EXPECT_TRUE(run.quit());
+  EXPECT_EQ(summary_values(run.program().output()).at("frames"), "0");
+}
+
+}  // namespace
+}  // namespace halcyra

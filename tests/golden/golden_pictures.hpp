@@ -1,0 +1,27 @@
+// The dashboards that are kept as pictures.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <opencv2/core/mat.hpp>
+
+#include "tests/dashboard/test_scene.hpp"
+
+namespace halcyra {
+
+struct GoldenPicture {
+  std::string scene;
+  TestScene (*make_scene)();
+  cv::Size size;  // of the canvas
+};
+
+const std::vector<GoldenPicture>& golden_pictures();
+
+// SCENE-WIDTHxHEIGHT.png
+std::string file_name(const GoldenPicture& picture);
+
+// Draws the dashboard with the font scale that the program chooses for a window of this size.
+cv::Mat draw(const GoldenPicture& picture);
+
+}  // namespace halcyra

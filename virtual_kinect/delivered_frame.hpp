@@ -1,0 +1,17 @@
+// Makes the frames that listeners receive.
+#pragma once
+
+#include <memory>
+
+#include <libfreenect2/frame_listener.hpp>
+
+#include "virtual_kinect/frame_source.hpp"
+
+namespace halcyra::virtual_kinect {
+
+// A frame with a copy of the image's pixels, as its owner may write to them; without pixels its
+// data is null. The frame keeps `hold` for as long as it lives.
+std::unique_ptr<libfreenect2::Frame> make_frame(const StreamImage& image,
+                                                std::shared_ptr<const void> hold);
+
+}  // namespace halcyra::virtual_kinect

@@ -1,0 +1,39 @@
+// A listener that hands out frames in sets, one frame of each subscribed type.
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include <libfreenect2/frame_listener.hpp>
+
+namespace libfreenect2 {
+
+using FrameMap = std::map<Frame::Type, Frame*>;
+
+class SyncMultiFrameListener : public FrameListener {
+ public:
+  // `frame_types` is a sum of Frame::Type values. Frames of other types are refused.
+  SyncMultiFrameListener(unsigned int frame_types);
+  ~SyncMultiFrameListener() override;
+
+  // True when a set is complete and the set handed out before it was released.
+  bool hasNewFrame() const;
+
+  // Waits for a set and hands it out. The caller owns its frames until release, and no other set is
+  // handed out before that. False when `milliseconds` passed without a set; where config.h does not
+  // define LIBFREENECT2_THREADING_STDLIB the timeout is ignored.
+  bool waitForNewFrame(FrameMap& frame, int milliseconds);
+  void waitForNewFrame(FrameMap& frame);
+
+  // Deletes the frames of a set that was handed out and clears the map.
+  void release(FrameMap& frame);
+
+  // A newer frame replaces one of its type that nobody took.
+  bool onNewFrame(Frame::Type type, Frame* frame) override;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace libfreenect2

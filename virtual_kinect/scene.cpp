@@ -1,0 +1,65 @@
+#include "virtual_kinect/scene.hpp"
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <system_error>
+
+#include "virtual_kinect/recording.hpp"
+
+namespace halcyra::virtual_kinect {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Stays one line whatever the message quotes.
+void say(std::string message) {
+  for (char& c : message) {
+    const auto code = static_cast<unsigned char>(c);
+    if (code < 0x20 || code == 0x7F) {
+      c = '?';
+    }
+  }
+  std::cerr << "virtual Kinect: " + message + "\n" << std::flush;
+}
+
+// What is wrong with the value, or an empty string.
+std::string value_fault(const std::string& value) {
+  std::error_code error;
+  if (value == "room") {
+    return "the rendered room is not part of this build yet; name the folder of a recording";
+  }
+  if (!fs::exists(value, error)) {
+    return "there is no such folder";
+  }
+  if (!fs::is_directory(value, error)) {
+    return "that is not a folder";
+  }
+  return {};
+}
+
+}  // namespace
+
+std::optional<Scene> find_scene() {
+  const char* variable = std::getenv("VIRTUAL_KINECT");
+  const std::string value = variable == nullptr ? "" : variable;
+  if (value.empty()) {
+    return std::nullopt;
+  }
+  std::string fault = value_fault(value);
+  if (!fault.empty()) {
+    say("VIRTUAL_KINECT is \"" + value + "\": " + fault);
+    return std::nullopt;
+  }
+  const fs::path recording = value;
+  DeviceSettings settings;
+  if (!read_device_settings(recording / "device.yml", settings, fault)) {
+    say(fault);
+    return std::nullopt;
+  }
+  return Scene{settings, [recording, settings] { return open_recording(recording, settings); }};
+}
+
+}  // namespace halcyra::virtual_kinect

@@ -1,0 +1,73 @@
+#include "virtual_kinect/virtual_device.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace halcyra::virtual_kinect {
+
+using libfreenect2::Frame;
+using libfreenect2::FrameListener;
+
+VirtualDevice::VirtualDevice(DeviceSettings settings, std::function<FrameSource()> open_source,
+                             std::function<void(VirtualDevice*)> forget)
+    : settings_(std::move(settings)),
+      open_source_(std::move(open_source)),
+      forget_(std::move(forget)) {}
+
+VirtualDevice::~VirtualDevice() {
+  close();
+  forget_(this);
+}
+
+std::string VirtualDevice::getSerialNumber() { return settings_.serial; }
+
+std::string VirtualDevice::getFirmwareVersion() {
+  return firmware_read_ ? settings_.firmware : "<unknown>";
+}
+
+void VirtualDevice::setColorFrameListener(FrameListener* listener) {
+  listeners_.color = listener;
+  listeners_changed();
+}
+
+void VirtualDevice::setIrAndDepthFrameListener(FrameListener* listener) {
+  listeners_.ir_and_depth = listener;
+  listeners_changed();
+}
+
+void VirtualDevice::listeners_changed() {
+  if (delivery_) {
+    delivery_->set_listeners(listeners_);
+  }
+}
+
+bool VirtualDevice::start() { return startStreams(true, true); }
+
+bool VirtualDevice::startStreams(bool rgb, bool depth) {
+  if (!open_ || delivery_ || !settings_.starts) {
+    return false;
+  }
+  FrameSource source = open_source_();
+  const auto unwanted = [rgb, depth](Frame::Type stream) {
+    return stream == Frame::Color ? !rgb : !depth;
+  };
+  source.streams.erase(std::remove_if(source.streams.begin(), source.streams.end(), unwanted),
+                       source.streams.end());
+  delivery_ = std::make_unique<Delivery>(std::move(source), settings_.pace, listeners_);
+  firmware_read_ = true;
+  return true;
+}
+
+bool VirtualDevice::stop() {
+  const bool was_streaming = delivery_ != nullptr;
+  delivery_.reset();
+  return was_streaming;
+}
+
+bool VirtualDevice::close() {
+  stop();
+  open_ = false;
+  return true;
+}
+
+}  // namespace halcyra::virtual_kinect
