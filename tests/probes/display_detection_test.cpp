@@ -2,7 +2,6 @@
 #include "probes/display_detection.hpp"
 
 #include <filesystem>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -10,6 +9,7 @@
 
 #include "tests/probes/expressions.hpp"
 #include "tests/probes/random_text.hpp"
+#include "tests/probes/standard_search.hpp"
 #include "tests/support/environment_variable.hpp"
 #include "tests/support/fake_commands.hpp"
 #include "tests/support/temporary_folder.hpp"
@@ -173,16 +173,16 @@ TEST_F(DetectDisplay, FindsTheSizeBetweenMegabytes) {
   expect_display(1920, 1200, "xdpyinfo");
 }
 
-bool read_size(const std::string& text, const Expression& expression, const std::string& source,
+bool read_size(const std::string& text, const std::string& expression, const std::string& source,
                DisplayInfo& display) {
-  std::smatch match;
-  if (!std::regex_search(text, match, expression.compiled)) return false;
-  display = {std::stoi(match[1]), std::stoi(match[2]), source};
+  const Texts size = standard_groups(text, expression);
+  if (size.empty()) return false;
+  display = {std::stoi(size[0]), std::stoi(size[1]), source};
   return true;
 }
 
 DisplayInfo expected_display(const std::string& xrandr, const std::string& xdpyinfo) {
-  static const DisplayExpressions expressions;
+  const DisplayExpressions expressions;
   DisplayInfo display;
   if (read_size(xrandr, expressions.active_mode, "xrandr", display)) return display;
   if (read_size(xrandr, expressions.whole_screen, "xrandr", display)) return display;

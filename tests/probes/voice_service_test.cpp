@@ -14,6 +14,7 @@
 #include "app/runtime_status.hpp"
 #include "tests/probes/expressions.hpp"
 #include "tests/probes/random_text.hpp"
+#include "tests/probes/standard_search.hpp"
 #include "tests/support/environment_variable.hpp"
 #include "tests/support/fake_commands.hpp"
 #include "tests/support/working_folder.hpp"
@@ -305,8 +306,8 @@ TEST_F(RefreshVoice, SeesWhatTheStandardLibrarySees) {
                  " and " + testing::PrintToString(event));
     report(status, persistence);
     const VoiceStatus& voice = refresh_with_event(event);
-    const auto found = [](const std::string& text, const Expression& expression) {
-      return expected_first_match(text, expression, "unknown");
+    const auto found = [](const std::string& text, const std::string& expression) {
+      return standard_first_match(text, expression, "unknown");
     };
     EXPECT_EQ(voice.live_processing, found(status, wanted.live_processing));
     EXPECT_EQ(voice.default_source, found(status, wanted.default_source));
