@@ -38,7 +38,6 @@ double parse_double_or_nan(const std::string& text) {
 }
 
 std::string first_match(const std::string& text, const re2::RE2& expression, std::string fallback) {
-  if (expression.NumberOfCapturingGroups() < 1) return fallback;
   re2::StringPiece group;
   if (!re2::RE2::PartialMatch(text, expression, &group)) return fallback;
   return trim(std::string(group.data(), group.size()));

@@ -34,7 +34,7 @@ std::string read_file(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::ostringstream text;
   text << file.rdbuf();  // unlike an iterator, does not throw when reading fails
-  return text.bad() ? "" : text.str();
+  return text.fail() ? "" : text.str();
 }
 
 fs::path state_folder() {

@@ -13,9 +13,9 @@ namespace {
 using libfreenect2::Frame;
 using libfreenect2::FrameListener;
 
-constexpr int sensor_pace = 30;  // also what the time stamps of pace 0 pretend
-constexpr std::uint64_t ticks_per_second = 8000;
-constexpr std::int64_t nanoseconds_per_second = 1'000'000'000;
+constexpr int kSensorPace = 30;  // also what the time stamps of pace 0 pretend
+constexpr std::uint64_t kTicksPerSecond = 8000;
+constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 
 }  // namespace
 
@@ -90,12 +90,12 @@ void Delivery::run() {
 std::vector<Delivery::PreparedFrame> Delivery::prepare(std::uint64_t set) const {
   const std::shared_ptr<const SetHold> hold =
       pace_ == 0 ? std::make_shared<const SetHold>(turn_) : nullptr;
-  const auto pace = static_cast<std::uint64_t>(pace_ == 0 ? sensor_pace : pace_);
+  const auto pace = static_cast<std::uint64_t>(pace_ == 0 ? kSensorPace : pace_);
   std::vector<PreparedFrame> frames;
   for (const Frame::Type stream : source_.streams) {
     auto frame = make_frame(source_.image(stream, set), hold);
     frame->sequence = static_cast<std::uint32_t>(set);
-    frame->timestamp = static_cast<std::uint32_t>(set * ticks_per_second / pace);
+    frame->timestamp = static_cast<std::uint32_t>(set * kTicksPerSecond / pace);
     frames.emplace_back(stream, std::move(frame));
   }
   return frames;
@@ -134,14 +134,14 @@ std::uint64_t Delivery::set_after(std::uint64_t set) const {
   }
   const std::chrono::nanoseconds elapsed = Clock::now() - first_due_;
   const auto newest_due =
-      static_cast<std::uint64_t>(elapsed.count() * pace_ / nanoseconds_per_second);
+      static_cast<std::uint64_t>(elapsed.count() * pace_ / kNanosecondsPerSecond);
   const std::uint64_t last = source_.set_count ? *source_.set_count - 1 : newest_due;
   return std::max(next, std::min(newest_due, last));
 }
 
 Delivery::Clock::time_point Delivery::due(std::uint64_t set) const {
   return first_due_ +
-         std::chrono::nanoseconds(static_cast<std::int64_t>(set) * nanoseconds_per_second / pace_);
+         std::chrono::nanoseconds(static_cast<std::int64_t>(set) * kNanosecondsPerSecond / pace_);
 }
 
 }  // namespace halcyra::virtual_kinect

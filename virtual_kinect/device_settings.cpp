@@ -17,7 +17,7 @@ namespace {
 
 using libfreenect2::Frame;
 
-constexpr const char* not_a_map = "cannot be read as one map of keys and values";
+constexpr const char* kNotAMap = "cannot be read as one map of keys and values";
 
 // Each reader below returns what is wrong with the value, or an empty string.
 
@@ -75,9 +75,9 @@ std::string read_value(const cv::FileNode& node, DeviceSettings& settings) {
 // FileStorage wants a version line first, which nobody writes by hand, and takes its own end marker
 // for the value of a last key that has none unless the text brings a marker itself.
 std::string storage_text(std::string text) {
-  constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-  if (text.compare(0, byte_order_mark.size(), byte_order_mark) == 0) {
-    text.erase(0, byte_order_mark.size());
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
+    text.erase(0, kByteOrderMark.size());
   }
   if (text.rfind("%YAML", 0) != 0) {
     text.insert(0, "%YAML:1.0\n");
@@ -88,13 +88,13 @@ std::string storage_text(std::string text) {
 // FileStorage keeps the low 32 bits of an integer, so that a pace far out of range can come out
 // inside it.
 bool pace_overflows(const std::string& text) {
-  constexpr std::string_view key = "pace";
-  constexpr std::size_t most_digits = 9;
-  for (std::size_t at = text.find(key); at != std::string::npos; at = text.find(key, at + 1)) {
+  constexpr std::string_view kKey = "pace";
+  constexpr std::size_t kMostDigits = 9;
+  for (std::size_t at = text.find(kKey); at != std::string::npos; at = text.find(kKey, at + 1)) {
     const bool starts_line = text.find_last_of('\n', at) == text.find_last_not_of(' ', at - 1);
-    const std::size_t digits = text.find_first_not_of(" \r\n:+-", at + key.size());
+    const std::size_t digits = text.find_first_not_of(" \r\n:+-", at + kKey.size());
     const std::size_t end = text.find_first_not_of("0123456789abcdefABCDEFxX", digits);
-    if (starts_line && digits != std::string::npos && end - digits > most_digits) {
+    if (starts_line && digits != std::string::npos && end - digits > kMostDigits) {
       return true;
     }
   }
@@ -116,19 +116,19 @@ std::string read_map(const cv::FileNode& root, DeviceSettings& settings) {
 
 std::string read_settings(const std::string& text, DeviceSettings& settings) {
   if (text.find('\0') != std::string::npos) {
-    return not_a_map;
+    return kNotAMap;
   }
   try {
     const std::string document = storage_text(text);
     const cv::FileStorage storage(document, cv::FileStorage::READ | cv::FileStorage::MEMORY);
     const cv::FileNode root = storage.root();
     if (!(root.isMap() || root.isNone()) || !storage.root(1).empty()) {
-      return not_a_map;
+      return kNotAMap;
     }
     const std::string fault = read_map(root, settings);
     return fault.empty() && pace_overflows(document) ? "\"pace\" has too many digits" : fault;
   } catch (const std::exception&) {
-    return not_a_map;
+    return kNotAMap;
   }
 }
 

@@ -6,7 +6,7 @@ namespace libfreenect2 {
 
 namespace {
 
-constexpr std::align_val_t pixel_alignment{64};
+constexpr std::align_val_t kPixelAlignment{64};
 
 }  // namespace
 
@@ -18,11 +18,11 @@ Frame::Frame(std::size_t frame_width, std::size_t frame_height, std::size_t fram
       data(frame_data) {
   if (data == nullptr) {
     const std::size_t bytes = width * height * bytes_per_pixel;
-    allocated_ = static_cast<unsigned char*>(::operator new(bytes, pixel_alignment));
+    allocated_ = static_cast<unsigned char*>(::operator new(bytes, kPixelAlignment));
     data = allocated_;
   }
 }
 
-Frame::~Frame() { ::operator delete(allocated_, pixel_alignment); }
+Frame::~Frame() { ::operator delete(allocated_, kPixelAlignment); }
 
 }  // namespace libfreenect2

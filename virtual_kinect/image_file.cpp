@@ -16,8 +16,8 @@ namespace {
 
 using libfreenect2::Frame;
 
-const cv::Size color_sensor_size(1920, 1080);
-const cv::Size depth_sensor_size(512, 424);
+const cv::Size kColorSensorSize(1920, 1080);
+const cv::Size kDepthSensorSize(512, 424);
 
 // The stored pixels, not turned by an orientation tag: a sensor's picture has none. Empty where the
 // file cannot be decoded.
@@ -46,7 +46,7 @@ cv::Mat to_four_channels(const cv::Mat& decoded, Frame::Format format) {
 StreamImage color_image(const cv::Mat& decoded, Frame::Format format) {
   const int type = decoded.type();
   if (decoded.empty() || !(type == CV_8UC1 || type == CV_8UC3 || type == CV_8UC4)) {
-    return {cv::Mat(), color_sensor_size, 4, format};
+    return {cv::Mat(), kColorSensorSize, 4, format};
   }
   if (type == CV_8UC1) {
     return {decoded, decoded.size(), 1, Frame::Gray};
@@ -56,7 +56,7 @@ StreamImage color_image(const cv::Mat& decoded, Frame::Format format) {
 
 StreamImage float_image(const cv::Mat& decoded) {
   if (decoded.empty() || decoded.channels() != 1) {
-    return {cv::Mat(), depth_sensor_size, 4, Frame::Float};
+    return {cv::Mat(), kDepthSensorSize, 4, Frame::Float};
   }
   cv::Mat values;
   decoded.convertTo(values, CV_32F);

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using libfreenect2::Frame;
 
 // About fifty sets of the sensor's own size.
-constexpr std::size_t loop_cache_bytes = std::size_t{512} << 20U;
+constexpr std::size_t kLoopCacheBytes = std::size_t{512} << 20U;
 
 struct StreamFolder {
   const char* name;
@@ -76,7 +76,7 @@ std::vector<fs::path> stream_files(const fs::path& recording, Frame::Type stream
 
 FrameSource open_recording(const fs::path& recording, const DeviceSettings& settings) {
   const auto opened = std::make_shared<Recording>(
-      Recording{{}, settings.color_format, ImageCache(settings.loops ? loop_cache_bytes : 0)});
+      Recording{{}, settings.color_format, ImageCache(settings.loops ? kLoopCacheBytes : 0)});
   FrameSource source;
   std::size_t set_count = 0;
   for (const Frame::Type stream : {Frame::Color, Frame::Ir, Frame::Depth}) {

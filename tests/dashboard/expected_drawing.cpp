@@ -8,7 +8,11 @@
 
 namespace halcyra::expected {
 
-cv::Mat canvas(int width, int height) { return {height, width, CV_8UC3, cv::Scalar(77, 88, 99)}; }
+cv::Mat canvas(int width, int height) {
+  // Several times faster than to fill all rows, which is what most tests spend their time with.
+  const cv::Mat row(1, width, CV_8UC3, cv::Scalar(77, 88, 99));
+  return cv::repeat(row, height, 1);
+}
 
 cv::Mat picture(int width, int height) {
   cv::Mat picture(height, width, CV_8UC3);

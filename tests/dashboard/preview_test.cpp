@@ -170,10 +170,10 @@ TEST_F(Preview, SaysWhenNobodyIsThere) {
 // The scaled frame, darkened, with the note that there are no skeletons.
 void draw_skeletal_picture(cv::Mat& canvas, const cv::Mat& color, const cv::Rect& area, int width) {
   expected::scaled_picture(canvas, area, color);
-  cv::Mat picture = canvas(area);
-  for (auto pixel = picture.begin<cv::Vec3b>(); pixel != picture.end<cv::Vec3b>(); ++pixel) {
+  cv::Mat_<cv::Vec3b> picture = canvas(area);
+  for (cv::Vec3b& pixel : picture) {
     for (int i = 0; i < 3; ++i) {
-      (*pixel)[i] = cv::saturate_cast<uchar>(static_cast<float>((*pixel)[i]) * 0.72F);
+      pixel[i] = cv::saturate_cast<uchar>(static_cast<float>(pixel[i]) * 0.72F);
     }
   }
   const cv::Rect note(area.x + 14, area.y + 14, width, 58);

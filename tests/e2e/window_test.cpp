@@ -45,39 +45,50 @@ TEST_F(Window, DashboardFollowsItsSize) {
   EXPECT_EQ(summary["font_scale"], "0.86");
 }
 
-// Below 800 x 480 the dashboard keeps its start-up size and the window shows it shrunk. Half as
-// wide and half as high, every pixel of the window is one of the four that it stands for.
-TEST_F(Window, SmallWindowShowsTheStartUpSize) {
-  DesktopRun run(stage_, camera_less_start({"--view", "rgb"}));
-  ASSERT_EQ(run.wait_for(camera_less_scene("rgb")), "");
-  cv::Mat whole;
-  cv::copyMakeBorder(run.desktop().screenshot(), whole, 0, 1, 0, 1, cv::BORDER_REPLICATE);
-  run.desktop().resize({kWidth / 2, kHeight / 2});
-  EXPECT_TRUE(wait_until([&] {
-    const cv::Mat small = run.desktop().screenshot();
-    if (small.size() != cv::Size(kWidth / 2, kHeight / 2)) {
-      return false;
-    }
-    cv::Mat strange(small.size(), CV_8UC1, cv::Scalar(255));
-    for (int offset = 0; offset < 4; ++offset) {
-      cv::Mat quarter;
-      const cv::Rect shifted(offset % 2, offset / 2, kWidth, kHeight);
-      cv::resize(whole(shifted), quarter, small.size(), 0, 0, cv::INTER_NEAREST);
-      strange &= differing_pixels(small, quarter);
-    }
-    return cv::countNonZero(strange) == 0;
-  }));
-  run.desktop().resize({kWidth, kHeight});
-  EXPECT_EQ(run.wait_for(camera_less_scene("rgb")), "");
+class SmallWindow : public Window, public ::testing::WithParamInterface<cv::Size> {};
+
+// Whether every pixel of `half`, half as wide and half as high, is one of the four of `whole` that
+// it stands for.
+bool is_shrunk_by_half(const cv::Mat& half, const cv::Mat& whole) {
+  if (half.size() != whole.size() / 2) {
+    return false;
+  }
+  cv::Mat padded;
+  cv::copyMakeBorder(whole, padded, 0, 1, 0, 1, cv::BORDER_REPLICATE);
+  cv::Mat strange(half.size(), CV_8UC1, cv::Scalar(255));
+  for (int offset = 0; offset < 4; ++offset) {
+    cv::Mat quarter;
+    const cv::Rect shifted({offset % 2, offset / 2}, whole.size());
+    cv::resize(padded(shifted), quarter, half.size(), 0, 0, cv::INTER_NEAREST);
+    strange &= differing_pixels(half, quarter);
+  }
+  return cv::countNonZero(strange) == 0;
 }
 
-TEST_F(Window, NarrowOrLowWindowDoesNotEndTheRun) {
+// When one side falls below 800 x 480, the dashboard keeps its start-up size and the window shows
+// it shrunk.
+TEST_P(SmallWindow, ShowsTheStartUpSize) {
+  const cv::Size size = GetParam();
+  DesktopRun run(stage_, {{"--no-camera", "--font-scale", "0.86", "--width",
+                           std::to_string(size.width), "--height", std::to_string(size.height)}});
+  ASSERT_EQ(run.wait_for(scene_of_size(size)), "");
+  const cv::Mat whole = run.desktop().screenshot();
+  run.desktop().resize(size / 2);
+  EXPECT_TRUE(wait_until([&] { return is_shrunk_by_half(run.desktop().screenshot(), whole); }));
+  run.desktop().resize(size);
+  EXPECT_EQ(run.wait_for(scene_of_size(size)), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Shapes, SmallWindow,
+                         ::testing::Values(cv::Size(1440, 1080), cv::Size(1600, 900),
+                                           cv::Size(1000, 600)));
+
+TEST_F(Window, TinyWindowDoesNotEndTheRun) {
   DesktopRun run(stage_, camera_less_start());
   ASSERT_EQ(run.wait_for(camera_less_scene("combo")), "");
-  for (const cv::Size size : {cv::Size(799, 1000), cv::Size(1000, 479), cv::Size(40, 30)}) {
-    run.desktop().resize(size);
-    EXPECT_TRUE(wait_until([&] { return run.desktop().screenshot().size() == size; }));
-  }
+  const cv::Size tiny(40, 30);
+  run.desktop().resize(tiny);
+  EXPECT_TRUE(wait_until([&] { return run.desktop().screenshot().size() == tiny; }));
   run.desktop().resize({900, 500});
   EXPECT_EQ(run.wait_for(scene_of_size({900, 500})), "");
 }

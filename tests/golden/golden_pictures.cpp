@@ -63,6 +63,10 @@ std::string file_name(const GoldenPicture& picture) {
          std::to_string(picture.size.height) + ".png";
 }
 
+std::ostream& operator<<(std::ostream& out, const GoldenPicture& picture) {
+  return out << file_name(picture);
+}
+
 cv::Mat draw(const GoldenPicture& picture) {
   TestScene scene = picture.make_scene();
   scene.options.width = picture.size.width;

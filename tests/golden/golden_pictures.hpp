@@ -1,6 +1,7 @@
 // The dashboards that are kept as pictures.
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,9 @@ const std::vector<GoldenPicture>& golden_pictures();
 
 // SCENE-WIDTHxHEIGHT.png
 std::string file_name(const GoldenPicture& picture);
+
+// Names the picture where a test reports it.
+std::ostream& operator<<(std::ostream& out, const GoldenPicture& picture);
 
 // Draws the dashboard with the font scale that the program chooses for a window of this size.
 cv::Mat draw(const GoldenPicture& picture);
