@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "virtual_kinect/recording.hpp"
+#include "virtual_kinect/room/room_source.hpp"
 
 namespace halcyra::virtual_kinect {
 
@@ -28,9 +29,6 @@ void say(std::string message) {
 // What is wrong with the value, or an empty string.
 std::string value_fault(const std::string& value) {
   std::error_code error;
-  if (value == "room") {
-    return "the rendered room is not part of this build yet; name the folder of a recording";
-  }
   if (!fs::exists(value, error)) {
     return "there is no such folder";
   }
@@ -47,6 +45,9 @@ std::optional<Scene> find_scene() {
   const std::string value = variable == nullptr ? "" : variable;
   if (value.empty()) {
     return std::nullopt;
+  }
+  if (value == "room") {
+    return Scene{DeviceSettings{}, [] { return room::open_room(); }};
   }
   std::string fault = value_fault(value);
   if (!fault.empty()) {

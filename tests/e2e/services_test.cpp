@@ -24,27 +24,34 @@ std::vector<std::string> start_and(int more_refreshes) {
   return calls;
 }
 
-using RefreshSchedule = SensorRun;
-
-TEST_F(RefreshSchedule, OfACountedRunWithoutSensor) {
-  summary_of_run({"--no-camera", "--frames", "1"});
-  EXPECT_EQ(stage_.calls(), start_and(0));
-}
-
-TEST_F(RefreshSchedule, SecondTurnStandsAtOne) {
-  summary_of_run({"--no-camera", "--frames", "3"});
-  EXPECT_EQ(stage_.calls(), start_and(1));
-}
-
-TEST_F(RefreshSchedule, OfTurnsWithoutSensor) {
-  summary_of_run({"--no-camera", "--smoke", "--frames", "62"});
-  EXPECT_EQ(stage_.calls(), start_and(3));
-}
+class RefreshSchedule : public SensorRun {
+ protected:
+  void expect_refreshes(const std::vector<std::string>& arguments, int after_the_start) {
+    SCOPED_TRACE(::testing::PrintToString(arguments));
+    const std::size_t calls_before = stage_.calls().size();
+    summary_of_run(arguments);
+    std::vector<std::string> calls = stage_.calls();
+    calls.erase(calls.begin(), calls.begin() + static_cast<std::ptrdiff_t>(calls_before));
+    EXPECT_EQ(calls, start_and(after_the_start));
+  }
+};
 
 TEST_F(RefreshSchedule, FirstAndEveryThirtiethFrame) {
   add_good_sets(1);
-  summary_of_run({"--smoke", "--frames", "61"});
-  EXPECT_EQ(stage_.calls(), start_and(3));
+  expect_refreshes({"--smoke", "--frames", "1"}, 1);
+  expect_refreshes({"--smoke", "--frames", "29"}, 1);
+  expect_refreshes({"--smoke", "--frames", "30"}, 2);
+  expect_refreshes({"--smoke", "--frames", "59"}, 2);
+  expect_refreshes({"--smoke", "--frames", "60"}, 3);
+}
+
+// Without a sensor a turn is counted at its end, so that the second one stands at 1.
+TEST_F(RefreshSchedule, SecondAndEveryThirtyFirstTurnWithoutSensor) {
+  expect_refreshes({"--no-camera", "--smoke", "--frames", "1"}, 0);
+  expect_refreshes({"--no-camera", "--smoke", "--frames", "2"}, 1);
+  expect_refreshes({"--no-camera", "--smoke", "--frames", "3"}, 1);
+  expect_refreshes({"--no-camera", "--smoke", "--frames", "30"}, 1);
+  expect_refreshes({"--no-camera", "--smoke", "--frames", "31"}, 2);
 }
 
 TEST_F(RefreshSchedule, UncountedRunAsksOnKeysOnly) {

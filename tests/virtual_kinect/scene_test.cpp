@@ -86,14 +86,20 @@ TEST_F(SceneTest, TheReasonIsGiven) {
   EXPECT_NE(find(file + "2").find("no such folder"), std::string::npos);
 }
 
-TEST_F(SceneTest, TheRenderedRoomIsRefused) {
-  expect_refused("room", "room");
+TEST_F(SceneTest, TheRenderedRoomIsASensorLikeAnother) {
+  EXPECT_EQ(find("room"), "");
+  ASSERT_TRUE(scene_);
+  EXPECT_EQ(scene_->settings.serial, "000000000000");
+  EXPECT_EQ(scene_->settings.pace, 30);
+}
+
+TEST_F(SceneTest, AFolderOfTheRoomsNameIsReachedByItsPath) {
   const std::filesystem::path before = std::filesystem::current_path();
   std::filesystem::create_directory(folder_.path() / "room");
   std::filesystem::current_path(folder_.path());
-  expect_refused("room", "room");
   EXPECT_EQ(find("./room"), "");
-  EXPECT_TRUE(scene_);
+  ASSERT_TRUE(scene_);
+  EXPECT_TRUE(scene_->open_source().streams.empty());
   std::filesystem::current_path(before);
 }
 

@@ -1,0 +1,20 @@
+// Writes sample pictures of the rendered room's owner, for the program to recognise him by.
+
+#include <exception>
+#include <iostream>
+
+#include "virtual_kinect/room/owner_samples.hpp"
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: " << argv[0] << " FOLDER\n";
+    return 2;
+  }
+  try {
+    halcyra::virtual_kinect::room::write_owner_samples(argv[1]);
+  } catch (const std::exception& error) {
+    std::cerr << argv[0] << ": " << error.what() << "\n";
+    return 1;
+  }
+  return 0;
+}

@@ -1,0 +1,95 @@
+#include <cstdint>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+
+#include "virtual_kinect/room/room_source.hpp"
+
+namespace halcyra::virtual_kinect::room {
+namespace {
+
+using libfreenect2::Frame;
+
+constexpr std::uint64_t kEmptyRoom = 0;
+constexpr std::uint64_t kOwnerAlone = 7 * 30;
+
+cv::Mat pixels(const FrameSource& source, Frame::Type stream, std::uint64_t set) {
+  return source.image(stream, set).pixels;
+}
+
+bool same(const cv::Mat& a, const cv::Mat& b) {
+  return a.size() == b.size() && a.type() == b.type() &&
+         cv::norm(a.reshape(1), b.reshape(1), cv::NORM_INF) == 0.0;
+}
+
+// Rendering a room takes a while, so the tests share one.
+class RoomTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { source_ = new FrameSource(open_room()); }
+  static void TearDownTestSuite() { delete source_; }
+
+  static FrameSource* source_;
+};
+
+FrameSource* RoomTest::source_ = nullptr;
+
+TEST_F(RoomTest, DeliversAllStreamsWithoutEnd) {
+  EXPECT_EQ(source_->streams.size(), 3U);
+  EXPECT_FALSE(source_->set_count);
+}
+
+TEST_F(RoomTest, HasTheSensorsSizesAndFormats) {
+  const StreamImage color = source_->image(Frame::Color, 3);
+  EXPECT_EQ(color.size, cv::Size(1920, 1080));
+  EXPECT_EQ(color.pixels.type(), CV_8UC4);
+  EXPECT_EQ(color.format, Frame::BGRX);
+  for (const Frame::Type stream : {Frame::Ir, Frame::Depth}) {
+    const StreamImage image = source_->image(stream, 3);
+    EXPECT_EQ(image.size, cv::Size(512, 424));
+    EXPECT_EQ(image.pixels.type(), CV_32FC1);
+    EXPECT_EQ(image.format, Frame::Float);
+  }
+}
+
+TEST_F(RoomTest, GivesASetTheSamePixelsWhateverWasAskedBefore) {
+  const FrameSource again = open_room();
+  for (const std::uint64_t set : {kOwnerAlone, kEmptyRoom}) {
+    for (const Frame::Type stream : {Frame::Depth, Frame::Color, Frame::Ir}) {
+      const cv::Mat first = pixels(*source_, stream, set).clone();
+      static_cast<void>(pixels(again, stream, set + 17));
+      EXPECT_TRUE(same(first, pixels(again, stream, set))) << "set " << set << " of " << stream;
+    }
+  }
+}
+
+TEST_F(RoomTest, DependsOnItsSeed) {
+  const FrameSource other = open_room(7);
+  EXPECT_FALSE(same(pixels(*source_, Frame::Color, 0), pixels(other, Frame::Color, 0)));
+}
+
+TEST_F(RoomTest, MeasuresDepthWithinTheSensorsRange) {
+  const cv::Mat depth = pixels(*source_, Frame::Depth, kOwnerAlone);
+  const cv::Mat out_of_range = (depth != 0) & ((depth < 500) | (depth > 4500));
+  EXPECT_EQ(cv::countNonZero(out_of_range), 0);
+  EXPECT_GT(cv::countNonZero(depth), static_cast<int>(depth.total() / 2));
+}
+
+TEST_F(RoomTest, LeavesTheOutermostColumnsDark) {
+  for (const Frame::Type stream : {Frame::Ir, Frame::Depth}) {
+    const cv::Mat image = pixels(*source_, stream, kOwnerAlone);
+    EXPECT_EQ(cv::countNonZero(image.col(0)), 0);
+    EXPECT_EQ(cv::countNonZero(image.col(image.cols - 1)), 0);
+  }
+}
+
+TEST_F(RoomTest, ShowsAPersonNearerAndBrighterInInfraredThanTheRoomBehind) {
+  const cv::Mat nearer = (pixels(*source_, Frame::Depth, kOwnerAlone) + 500 <
+                          pixels(*source_, Frame::Depth, kEmptyRoom)) &
+                         (pixels(*source_, Frame::Depth, kOwnerAlone) > 0);
+  EXPECT_GT(cv::countNonZero(nearer), 5000);
+  EXPECT_GT(cv::mean(pixels(*source_, Frame::Ir, kOwnerAlone), nearer)[0],
+            cv::mean(pixels(*source_, Frame::Ir, kEmptyRoom), nearer)[0]);
+}
+
+}  // namespace
+}  // namespace halcyra::virtual_kinect::room

@@ -1,0 +1,60 @@
+#include "virtual_kinect/room/backdrop.hpp"
+
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+
+#include "virtual_kinect/room/canvas.hpp"
+#include "virtual_kinect/room/furniture.hpp"
+
+namespace halcyra::virtual_kinect::room {
+
+namespace {
+
+constexpr int fineness = 2;  // straight edges need smoothing more than people do
+
+ColorCanvas draw_color(const Furniture& furniture, const LightLevels& levels, int times) {
+  const Pinhole camera{color_camera.width * times, color_camera.height * times,
+                       color_camera.focal * static_cast<float>(times)};
+  const cv::Size size(camera.width, camera.height);
+  const ColorCanvas canvas{camera, cv::Mat::zeros(size, CV_8UC4), cv::Mat::zeros(size, CV_32F)};
+  for (auto surface = furniture.surfaces.rbegin(); surface != furniture.surfaces.rend();
+       ++surface) {
+    draw(canvas, *surface, Pose{}, levels, 0.0F);
+  }
+  return canvas;
+}
+
+cv::Mat shrunk(const cv::Mat& picture, int interpolation) {
+  cv::Mat result;
+  cv::resize(picture, result, {color_camera.width, color_camera.height}, 0, 0, interpolation);
+  return result;
+}
+
+}  // namespace
+
+Backdrop draw_backdrop() {
+  const Furniture furniture = furnish_room();
+  Backdrop backdrop;
+  const ColorCanvas day = draw_color(furniture, {1.0F, 0.0F}, fineness);
+  backdrop.daylight = shrunk(day.color, cv::INTER_AREA);
+  backdrop.color_nearness = shrunk(day.nearness, cv::INTER_NEAREST);
+  backdrop.lamp = shrunk(draw_color(furniture, {0.0F, 1.0F}, fineness).color, cv::INTER_AREA);
+  const cv::Size size(depth_camera.width, depth_camera.height);
+  const DepthCanvas depth{depth_camera, cv::Mat::zeros(size, CV_32F), cv::Mat::zeros(size, CV_32F)};
+  for (const Surface& surface : furniture.surfaces) {
+    draw(depth, surface, Pose{});
+  }
+  backdrop.depth_nearness = depth.nearness;
+  backdrop.depth_echo = depth.echo;
+  return backdrop;
+}
+
+cv::Mat lit_backdrop(const Backdrop& backdrop, const LightLevels& levels) {
+  cv::Mat lit;
+  cv::addWeighted(backdrop.daylight, static_cast<double>(levels.daylight), backdrop.lamp,
+                  static_cast<double>(levels.lamp), 0.0, lit);
+  lit |= cv::Scalar(0, 0, 0, 255);
+  return lit;
+}
+
+}  // namespace halcyra::virtual_kinect::room

@@ -1,0 +1,85 @@
+// Fills triangles of a picture: finds the pixels inside and interpolates the corners' values there.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include <opencv2/core/types.hpp>
+
+namespace halcyra::virtual_kinect::room {
+
+// A corner in pixels, with the values that vary over the triangle.
+struct Corner {
+  float x = 0.0F;
+  float y = 0.0F;
+  std::array<float, 8> values{};
+};
+
+// Positive for triangles whose corners run clockwise in the picture.
+inline float doubled_area(const Corner& a, const Corner& b, const Corner& c) {
+  return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+// Calls plot(column, row, values) for each pixel of `bounds` whose centre is inside a clockwise
+// triangle. Neighbours may both claim a pixel on their common edge.
+template <typename Plot>
+void fill_triangle(const Corner& a, const Corner& b, const Corner& c, const cv::Rect& bounds,
+                   const Plot& plot) {
+  const float area = doubled_area(a, b, c);
+  if (area <= 0.0F) {
+    return;
+  }
+  const auto first = [](float edge) { return static_cast<int>(std::ceil(edge - 0.5F)); };
+  const auto last = [](float edge) { return static_cast<int>(std::floor(edge - 0.5F)); };
+  const int left = std::max(bounds.x, first(std::min({a.x, b.x, c.x})));
+  const int right = std::min(bounds.br().x - 1, last(std::max({a.x, b.x, c.x})));
+  const int top = std::max(bounds.y, first(std::min({a.y, b.y, c.y})));
+  const int bottom = std::min(bounds.br().y - 1, last(std::max({a.y, b.y, c.y})));
+  if (left > right || top > bottom) {
+    return;
+  }
+  // Weights of the corners b and c at a pixel's centre, and how they change along a row.
+  const float inverse_area = 1.0F / area;
+  const float weight_step_b = (c.y - a.y) * inverse_area;
+  const float weight_step_c = (a.y - b.y) * inverse_area;
+  std::array<float, 8> along_b;
+  std::array<float, 8> along_c;
+  std::array<float, 8> step;
+  for (std::size_t i = 0; i < step.size(); ++i) {
+    along_b[i] = b.values[i] - a.values[i];
+    along_c[i] = c.values[i] - a.values[i];
+    step[i] = weight_step_b * along_b[i] + weight_step_c * along_c[i];
+  }
+  constexpr float rim = -1e-5F;
+  const auto is_inside = [](float weight_b, float weight_c) {
+    return weight_b >= rim && weight_c >= rim && weight_b + weight_c <= 1.0F - rim;
+  };
+  const float dx = static_cast<float>(left) + 0.5F - a.x;
+  for (int row = top; row <= bottom; ++row) {
+    const float dy = static_cast<float>(row) + 0.5F - a.y;
+    float weight_b = weight_step_b * dx - (c.x - a.x) * inverse_area * dy;
+    float weight_c = weight_step_c * dx + (b.x - a.x) * inverse_area * dy;
+    int column = left;
+    while (column <= right && !is_inside(weight_b, weight_c)) {
+      weight_b += weight_step_b;
+      weight_c += weight_step_c;
+      ++column;
+    }
+    std::array<float, 8> values;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      values[i] = a.values[i] + weight_b * along_b[i] + weight_c * along_c[i];
+    }
+    while (column <= right && is_inside(weight_b, weight_c)) {
+      plot(column, row, values);
+      weight_b += weight_step_b;
+      weight_c += weight_step_c;
+      ++column;
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] += step[i];
+      }
+    }
+  }
+}
+
+}  // namespace halcyra::virtual_kinect::room

@@ -1,0 +1,55 @@
+#include "virtual_kinect/room/room_source.hpp"
+
+#include <memory>
+#include <optional>
+
+#include "virtual_kinect/room/renderer.hpp"
+
+namespace halcyra::virtual_kinect::room {
+
+namespace {
+
+using libfreenect2::Frame;
+
+struct Room {
+  explicit Room(std::uint32_t seed) : renderer(seed) {}
+
+  // Infrared and depth come from one measurement, so the set asked for last is kept.
+  const InfraredAndDepth& measurement(std::uint64_t set) {
+    if (!measured_set || *measured_set != set) {
+      measured = renderer.render_depth(scene_at(set), set);
+      measured_set = set;
+    }
+    return measured;
+  }
+
+  Renderer renderer;
+  std::optional<std::uint64_t> measured_set;
+  InfraredAndDepth measured;
+};
+
+StreamImage stream_image(const cv::Mat& pixels, Frame::Format format) {
+  return {pixels, pixels.size(), pixels.elemSize(), format};
+}
+
+}  // namespace
+
+FrameSource open_room(std::uint32_t seed) {
+  const auto room = std::make_shared<Room>(seed);
+  FrameSource source;
+  source.streams = {Frame::Color, Frame::Ir, Frame::Depth};
+  source.image = [room](Frame::Type stream, std::uint64_t set) {
+    switch (stream) {
+      case Frame::Ir:
+        return stream_image(room->measurement(set).infrared, Frame::Float);
+      case Frame::Depth:
+        return stream_image(room->measurement(set).depth, Frame::Float);
+      case Frame::Color:
+        break;
+    }
+    return stream_image(room->renderer.render_color(scene_at(set), set), Frame::BGRX);
+  };
+  return source;
+}
+
+}  // namespace halcyra::virtual_kinect::room

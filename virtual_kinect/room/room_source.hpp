@@ -1,0 +1,15 @@
+// The rendered room as a source of frames.
+#pragma once
+
+#include <cstdint>
+
+#include "virtual_kinect/frame_source.hpp"
+
+namespace halcyra::virtual_kinect::room {
+
+constexpr std::uint32_t usual_seed = 20;
+
+// Renders every set when it is asked for; the same seed gives the same sets. Takes a second or so.
+FrameSource open_room(std::uint32_t seed = usual_seed);
+
+}  // namespace halcyra::virtual_kinect::room

@@ -1,0 +1,62 @@
+#include "virtual_kinect/room/sensor_noise.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "virtual_kinect/room/value_noise.hpp"
+
+namespace halcyra::virtual_kinect::room {
+
+namespace {
+
+constexpr float color_deviation = 1.25F;  // grey levels
+constexpr std::size_t color_pixels = std::size_t{1} << 17U;
+constexpr std::size_t float_count = std::size_t{1} << 16U;
+
+// The sum of four even distributions, scaled to a deviation of 1.
+float near_normal(std::uint32_t n) {
+  const float sum =
+      hash_unit(4 * n) + hash_unit(4 * n + 1) + hash_unit(4 * n + 2) + hash_unit(4 * n + 3);
+  return (sum - 2.0F) * 1.7320508F;
+}
+
+}  // namespace
+
+SensorNoise::SensorNoise(std::uint32_t seed) : seed_(hash_bits(seed)) {
+  normal_.resize(float_count);
+  for (std::size_t i = 0; i < float_count; ++i) {
+    normal_[i] = near_normal(static_cast<std::uint32_t>(i) + seed_);
+  }
+  steps_.assign(4 * color_pixels, 0);
+  for (std::size_t i = 0; i < steps_.size(); ++i) {
+    if (i % 4 != 3) {
+      const float value = color_deviation * normal_[(i * 7919 + i / float_count) % float_count];
+      steps_[i] = static_cast<std::int8_t>(std::lround(value));
+    }
+  }
+}
+
+std::size_t SensorNoise::place(std::size_t room, std::uint64_t set, std::uint32_t salt) const {
+  const auto number = static_cast<std::uint32_t>(set ^ (set >> 32U));
+  return hash_bits(hash_bits(number + seed_) + salt) % room;
+}
+
+void SensorNoise::add_to_color(cv::Mat& picture, std::uint64_t set) const {
+  const int length = 4 * picture.cols;
+  for (int row = 0; row < picture.rows; ++row) {
+    const std::size_t room = color_pixels - static_cast<std::size_t>(picture.cols);
+    const std::int8_t* step = &steps_[4 * place(room, set, static_cast<std::uint32_t>(row))];
+    uchar* value = picture.ptr(row);
+    for (int i = 0; i < length; ++i) {
+      const int sum = value[i] + step[i];
+      value[i] = static_cast<uchar>(std::min(std::max(sum, 0), 255));
+    }
+  }
+}
+
+const float* SensorNoise::row(int length, int row, std::uint64_t set, std::uint32_t purpose) const {
+  const std::uint32_t salt = static_cast<std::uint32_t>(row) + 100000U * purpose;
+  return &normal_[place(float_count - static_cast<std::size_t>(length), set, salt)];
+}
+
+}  // namespace halcyra::virtual_kinect::room
