@@ -14,27 +14,27 @@ using libfreenect2::Frame;
 
 constexpr int kTimeoutMs = 1000;
 
-#ifdef LIBFREENECT2_THREADING_STDLIB
-
-bool wait_for_frames(KinectSession& session) {
-  return session.listener->waitForNewFrame(session.frames, kTimeoutMs);
-}
-
-#else
-
-// This build of the library ignores the timeout and would block for ever on a stalled sensor, so
-// the set is only asked for once it is there.
-bool wait_for_frames(KinectSession& session) {
+#ifndef LIBFREENECT2_THREADING_STDLIB
+// False when no set got complete within the time limit.
+bool poll_for_frames(const KinectSession& session) {
   constexpr std::chrono::milliseconds kPause(1);
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(kTimeoutMs);
   while (!session.listener->hasNewFrame()) {
     if (std::chrono::steady_clock::now() >= deadline) return false;
     std::this_thread::sleep_for(kPause);
   }
+  return true;
+}
+#endif
+
+bool wait_for_frames(KinectSession& session) {
+#ifndef LIBFREENECT2_THREADING_STDLIB
+  // This build of the library ignores the timeout and would block for ever on a stalled sensor, so
+  // the set is only asked for once it is there.
+  if (!poll_for_frames(session)) return false;
+#endif
   return session.listener->waitForNewFrame(session.frames, kTimeoutMs);
 }
-
-#endif
 
 void report_timeout(RuntimeStatus& status) {
   status.kinect_message = "timeout waiting for Kinect frame";

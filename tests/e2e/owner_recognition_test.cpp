@@ -284,6 +284,20 @@ TEST_F(RoomEvents, OwnerComesAndGoes) {
       "");
 }
 
+TEST_F(RoomEvents, PersonEntersAnEmptyRoom) {
+  add_set(empty_room_picture());
+  add_set(portrait());
+  EXPECT_EQ(
+      difference_after_stall(
+          "rgb",
+          {"No person visible", "Unknown person visible", "Person appeared: 1", "Face detected: 1",
+           "No person visible", "RGB/IR/Depth streams started", "Kinect connected: 000000000000",
+           "Recognition samples unavailable", "Voice and Corvane status refreshed",
+           "Skeleton unavailable, face fallback active", "Control Center launched"},
+          portrait()),
+      "");
+}
+
 TEST_F(RoomEvents, SecondPersonJoins) {
   add_set(portrait());
   add_set(twice(portrait()));
