@@ -12,3 +12,6 @@ add_custom_target(coverage
   COMMAND ${CMAKE_COMMAND} -E cat ${CMAKE_BINARY_DIR}/coverage.txt
   WORKING_DIRECTORY ${CMAKE_BINARY_DIR}
   USES_TERMINAL VERBATIM)
+
+get_property(test_programs GLOBAL PROPERTY HALCYRA_TEST_PROGRAMS)
+add_dependencies(coverage ${test_programs})
