@@ -39,8 +39,11 @@ else()
     "HALCYRA_KINECT_DRIVER is \"${HALCYRA_KINECT_DRIVER}\"; it must be auto, libfreenect2 or virtual.")
 endif()
 
+# What starts the program reads the choice from the file, too.
 if(HALCYRA_CHOSEN_DRIVER STREQUAL "virtual_kinect")
+  file(WRITE ${CMAKE_BINARY_DIR}/kinect-driver "virtual\n")
   message(STATUS "Kinect driver: the virtual Kinect (HALCYRA_KINECT_DRIVER=${HALCYRA_KINECT_DRIVER})")
 else()
+  file(WRITE ${CMAKE_BINARY_DIR}/kinect-driver "libfreenect2\n")
   message(STATUS "Kinect driver: libfreenect2 (HALCYRA_KINECT_DRIVER=${HALCYRA_KINECT_DRIVER})")
 endif()

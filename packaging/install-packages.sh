@@ -1,6 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the project needs and that are missing here.
-# Usage: install-packages.sh run|test
+# Usage: install-packages.sh GROUP...
+#   run              to build and run the program
+#   virtual-display  to run it without a display and keep a picture of its window
+#   test             what the tests need beside the other two
 set -euo pipefail
 
 run_packages=(
@@ -9,20 +12,28 @@ run_packages=(
     opencv-data                       # the face cascades
     x11-xserver-utils x11-utils       # xrandr and xdpyinfo, which tell the screen size
 )
+virtual_display_packages=(
+    xvfb
+    x11-utils maim                    # finding the window and taking its picture
+)
 test_packages=(
     libgtest-dev
     libx11-dev libxtst-dev            # real key presses in the end-to-end tests
-    xvfb openbox                     # windows, and closing and resizing them as a person does
+    openbox                           # closing and resizing windows as a person does
 )
 
-case "${1:-}" in
-    run) wanted=("${run_packages[@]}") ;;
-    test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
-    *)
-        echo "usage: $0 run|test" >&2
-        exit 2
-        ;;
-esac
+wanted=()
+for group in "$@"; do
+    case "$group" in
+        run) wanted+=("${run_packages[@]}") ;;
+        virtual-display) wanted+=("${virtual_display_packages[@]}") ;;
+        test) wanted+=("${test_packages[@]}") ;;
+        *)
+            echo "usage: $0 run|virtual-display|test..." >&2
+            exit 2
+            ;;
+    esac
+done
 
 missing=()
 for package in "${wanted[@]}"; do

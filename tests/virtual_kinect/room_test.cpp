@@ -10,8 +10,8 @@ namespace {
 
 using libfreenect2::Frame;
 
-constexpr std::uint64_t kEmptyRoom = 0;
-constexpr std::uint64_t kOwnerAlone = 7 * 30;
+constexpr std::uint64_t kEmptyRoom = 55 * 30;
+constexpr std::uint64_t kOwnerAlone = 3 * 30;
 
 cv::Mat pixels(const FrameSource& source, Frame::Type stream, std::uint64_t set) {
   return source.image(stream, set).pixels;

@@ -128,6 +128,9 @@ const std::vector<LightKey>& lights() {
 
 constexpr float step_length = 620.0F;
 
+// The first picture comes this far into the minute: whoever starts the room meets somebody.
+constexpr std::uint64_t opening_set = 4 * sets_per_second;
+
 float distance(const PersonKey& a, const PersonKey& b) { return std::hypot(b.x - a.x, b.z - a.z); }
 
 // The last key that has begun at `time`; not the very last one.
@@ -175,7 +178,8 @@ Posture posture_at(const Visit& visit, float time) {
 }  // namespace
 
 Scene scene_at(std::uint64_t set) {
-  const float time = static_cast<float>(set % story_sets) / static_cast<float>(sets_per_second);
+  const std::uint64_t moment = (set + opening_set) % story_sets;
+  const float time = static_cast<float>(moment) / static_cast<float>(sets_per_second);
   Scene scene;
   for (const Visit& visit : visits()) {
     if (time >= visit.keys.front().time && time < visit.keys.back().time) {

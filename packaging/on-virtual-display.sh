@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Runs a command on an X server without a monitor and keeps a picture of the dashboard's window as
+# it last was. Ends with the command's status.
+# Usage: on-virtual-display.sh PICTURE COMMAND [ARGUMENT]...
+#   PICTURE  a .png or .jpg file
+set -euo pipefail
+picture=$1
+shift
+
+scratch=$(mktemp -d)
+server=
+clean_up() {
+    [ -z "$server" ] || kill "$server" 2>/dev/null || true
+    rm -rf "$scratch"
+}
+trap clean_up EXIT
+
+start_server() {
+    Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp \
+        3>"$scratch/display" >/dev/null 2>"$scratch/complaints" &
+    server=$!
+    until [ -s "$scratch/display" ]; do
+        if ! kill -0 "$server" 2>/dev/null; then
+            echo "No virtual display: $(cat "$scratch/complaints")" >&2
+            exit 1
+        fi
+        sleep 0.1
+    done
+    export DISPLAY
+    DISPLAY=:$(cat "$scratch/display")
+}
+
+# Fails while there is no window, at the start and at the end of a run; an older picture is kept.
+take_picture() {
+    local window
+    window=$(xwininfo -name "Halcyra Control Center" 2>/dev/null | awk '/Window id/ {print $4}')
+    [ -n "$window" ] && maim --hidecursor --window=$((window)) --format="${picture##*.}" \
+        "$scratch/picture" 2>/dev/null && mv "$scratch/picture" "$scratch/last-picture"
+}
+
+start_server
+"$@" &
+program=$!
+while kill -0 "$program" 2>/dev/null; do
+    take_picture || true
+    sleep 0.3
+done
+status=0
+wait "$program" || status=$?
+if [ -e "$scratch/last-picture" ]; then
+    mv "$scratch/last-picture" "$picture"
+    echo "Picture of the window: $picture"
+fi
+exit "$status"
