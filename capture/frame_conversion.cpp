@@ -24,19 +24,20 @@ struct Range {
   double high;
 };
 
-bool is_intensity(float pixel) { return std::isfinite(pixel) && pixel > 0; }
+// Where a pixel is converted, every choice is between two values and none between two ways, so that
+// the compiler can work on many pixels at once.
+
+bool is_intensity(float pixel) {
+  return bool((pixel > 0) & (pixel <= std::numeric_limits<float>::max()));
+}
 
 // Least and greatest intensity; high is not above low when no two of them differ.
 Range intensity_range(const cv::Mat& intensities) {
-  Range range{std::numeric_limits<double>::max(), 0.0};
-  for (int y = 0; y < intensities.rows; ++y) {
-    const float* row = intensities.ptr<float>(y);
-    for (int x = 0; x < intensities.cols; ++x) {
-      if (!is_intensity(row[x])) continue;
-      range.low = std::min(range.low, static_cast<double>(row[x]));
-      range.high = std::max(range.high, static_cast<double>(row[x]));
-    }
-  }
+  cv::Mat counted;
+  cv::inRange(intensities, std::numeric_limits<float>::denorm_min(),
+              std::numeric_limits<float>::max(), counted);
+  Range range{0.0, 0.0};
+  cv::minMaxLoc(intensities, &range.low, &range.high, nullptr, nullptr, counted);
   return range;
 }
 
@@ -46,17 +47,22 @@ Range capped(Range range) {
   return {range.low, std::min(range.high, cap)};
 }
 
+// What is no intensity counts as the least one and gets level 0.
 unsigned char intensity_level(float pixel, const Range& range, double scale) {
-  const double value = (std::min(static_cast<double>(pixel), range.high) - range.low) * scale;
-  return static_cast<unsigned char>(std::clamp(static_cast<int>(value), 0, 255));
+  const double intensity = is_intensity(pixel) ? static_cast<double>(pixel) : range.low;
+  const double capped = intensity < range.high ? intensity : range.high;
+  const int level = static_cast<int>((capped - range.low) * scale);
+  return static_cast<unsigned char>(level < 255 ? level : 255);
 }
 
-bool is_depth(float pixel) { return pixel >= kLeastDepth && pixel <= kMostDepth; }
+bool is_depth(float pixel) { return bool((pixel >= kLeastDepth) & (pixel <= kMostDepth)); }
 
-// Near is bright: 255 up to 500 mm, falling to 0 at 4500 mm.
+// Near is bright: 255 up to 500 mm, falling to 0 at 4500 mm and for what is no depth.
 unsigned char depth_level(float pixel) {
-  const double depth = std::clamp(static_cast<double>(pixel), kNearDepth, kFarDepth);
-  return static_cast<unsigned char>(255 - ((depth - kNearDepth) / 4000) * 255);
+  const double millimetres = is_depth(pixel) ? static_cast<double>(pixel) : kFarDepth;
+  const double far_enough = millimetres > kNearDepth ? millimetres : kNearDepth;
+  const double depth = far_enough < kFarDepth ? far_enough : kFarDepth;
+  return static_cast<unsigned char>(static_cast<int>(255 - ((depth - kNearDepth) / 4000) * 255));
 }
 
 }  // namespace
@@ -74,13 +80,12 @@ bool infrared_picture(const cv::Mat& intensities, cv::Mat& picture) {
   if (full.high <= full.low) return false;
   const Range range = capped(full);
   const double scale = 255 / std::max(range.high - range.low, 1.0);
-  cv::Mat levels = cv::Mat::zeros(intensities.size(), CV_8UC1);
+  const int width = intensities.cols;
+  cv::Mat levels(intensities.size(), CV_8UC1);
   for (int y = 0; y < intensities.rows; ++y) {
     const float* from = intensities.ptr<float>(y);
     unsigned char* to = levels.ptr<unsigned char>(y);
-    for (int x = 0; x < intensities.cols; ++x) {
-      if (is_intensity(from[x])) to[x] = intensity_level(from[x], range, scale);
-    }
+    for (int x = 0; x < width; ++x) to[x] = intensity_level(from[x], range, scale);
   }
   cv::equalizeHist(levels, levels);
   cv::cvtColor(levels, picture, cv::COLOR_GRAY2BGR);
@@ -88,18 +93,18 @@ bool infrared_picture(const cv::Mat& intensities, cv::Mat& picture) {
 }
 
 bool depth_picture(const cv::Mat& millimetres, cv::Mat& picture) {
-  cv::Mat levels = cv::Mat::zeros(millimetres.size(), CV_8UC1);
-  bool any = false;
+  const int width = millimetres.cols;
+  cv::Mat levels(millimetres.size(), CV_8UC1);
+  int depths = 0;
   for (int y = 0; y < millimetres.rows; ++y) {
     const float* from = millimetres.ptr<float>(y);
     unsigned char* to = levels.ptr<unsigned char>(y);
-    for (int x = 0; x < millimetres.cols; ++x) {
-      if (!is_depth(from[x])) continue;
+    for (int x = 0; x < width; ++x) {
       to[x] = depth_level(from[x]);
-      any = true;
+      depths += is_depth(from[x]) ? 1 : 0;
     }
   }
-  if (!any) return false;
+  if (depths == 0) return false;
   cv::applyColorMap(levels, picture, cv::COLORMAP_JET);
   return true;
 }

@@ -7,7 +7,9 @@ target_compile_options(halcyra_flags INTERFACE
   -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wundef
   # A fused multiply-add rounds once where the written arithmetic rounds twice, and the pixels of
   # the conversions would then depend on the machine.
-  -ffp-contract=off)
+  -ffp-contract=off
+  # Nothing asks for floating-point exceptions; without this, loops that compare are not vectorised.
+  -fno-trapping-math)
 
 if(HALCYRA_WARNINGS_AS_ERRORS)
   target_compile_options(halcyra_flags INTERFACE -Werror)

@@ -16,6 +16,16 @@ namespace {
 
 const cv::Scalar kBackground(14, 18, 25);
 
+// Fetching fresh memory takes longer than painting it, so the last canvas is painted over where
+// nobody else still looks at it.
+void renew_canvas(cv::Mat& canvas, cv::Size size) {
+  const bool free = canvas.u != nullptr && canvas.u->refcount == 1;
+  if (!free || canvas.size() != size || canvas.type() != CV_8UC3) {
+    canvas = cv::Mat(size, CV_8UC3);
+  }
+  canvas.setTo(kBackground);
+}
+
 }  // namespace
 
 void draw_dashboard(cv::Mat& canvas, const cv::Mat& color, const cv::Mat& infrared,
@@ -25,7 +35,7 @@ void draw_dashboard(cv::Mat& canvas, const cv::Mat& color, const cv::Mat& infrar
   const DashboardScene scene{color,   infrared, depth, status,
                              options, faces,    view,  view_label(view)};
   const DashboardGeometry geometry = dashboard_geometry(options);
-  canvas = cv::Mat(geometry.height, geometry.width, CV_8UC3, kBackground);
+  renew_canvas(canvas, {geometry.width, geometry.height});
   drawHeader(canvas, geometry);
   drawPreview(canvas, geometry, scene);
   drawSidePanels(canvas, geometry, scene);

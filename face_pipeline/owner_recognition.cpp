@@ -77,10 +77,9 @@ std::string vote_identity(RecognitionState& state, int predicted_label, double d
 std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::Mat& probe) {
   std::string stage = "unknown";
   double best = 1e100;
-  cv::Mat difference;
   for (const TrainingSample& sample : samples) {
-    cv::absdiff(sample.image, probe, difference);
-    const double score = cv::norm(difference, cv::NORM_L2) / static_cast<double>(probe.total());
+    const double distance = cv::norm(sample.image, probe, cv::NORM_L2);
+    const double score = distance / static_cast<double>(probe.total());
     if (score < best) {
       best = score;
       stage = sample.stage;

@@ -3,7 +3,8 @@
 # Usage: install-packages.sh GROUP...
 #   run              to build and run the program
 #   virtual-display  to run it without a display and keep a picture of its window
-#   test             what the tests need beside the other two
+#   test             what the tests need beside the first two
+#   bench            what the benchmarks need beside the first
 set -euo pipefail
 
 run_packages=(
@@ -21,15 +22,17 @@ test_packages=(
     libx11-dev libxtst-dev            # real key presses in the end-to-end tests
     openbox                           # closing and resizing windows as a person does
 )
+bench_packages=(libbenchmark-dev)
 
 wanted=()
 for group in "$@"; do
     case "$group" in
         run) wanted+=("${run_packages[@]}") ;;
         virtual-display) wanted+=("${virtual_display_packages[@]}") ;;
+        bench) wanted+=("${bench_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test..." >&2
+            echo "usage: $0 run|virtual-display|test|bench..." >&2
             exit 2
             ;;
     esac

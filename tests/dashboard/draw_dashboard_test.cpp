@@ -103,6 +103,16 @@ TEST(DrawDashboard, ReplacesTheCanvas) {
   EXPECT_TRUE(same_pixels(canvas, drawn(scene)));
 }
 
+TEST(DrawDashboard, PaintsOverACanvasThatNobodyElseHolds) {
+  const TestScene scene = lively_scene(800, 480);
+  cv::Mat canvas(480, 800, CV_8UC3, cv::Scalar::all(255));
+  const unsigned char* pixels = canvas.data;
+  draw_dashboard(canvas, scene.color, scene.infrared, scene.depth, scene.status, scene.options,
+                 scene.faces);
+  EXPECT_EQ(canvas.data, pixels);
+  EXPECT_TRUE(same_pixels(canvas, drawn(scene)));
+}
+
 TEST(DrawDashboard, KeepsNothingFromOnePictureToTheNext) {
   const TestScene scene = lively_scene(1120, 620);
   const cv::Mat first = drawn(scene);

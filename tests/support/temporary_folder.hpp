@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdlib>
-
 #include <filesystem>
 #include <stdexcept>
 #include <string>

@@ -1,0 +1,52 @@
+#include <memory>
+
+#include <opencv2/imgproc.hpp>
+
+#include "app/runtime_status.hpp"
+#include "bench/enrolled_owner.hpp"
+#include "bench/measurement.hpp"
+#include "bench/recorded_frames.hpp"
+#include "face_pipeline/face_analysis.hpp"
+
+namespace halcyra {
+namespace {
+
+// Where the owner's face is in the frame.
+const cv::Rect kFace(820, 240, 160, 160);
+
+// What a face costs whatever is done with the answers.
+void library_calls(const cv::Mat& grey, const RecognitionState& state) {
+  const cv::Mat crop = grey(kFace).clone();
+  cv::Scalar mean;
+  cv::Scalar deviation;
+  cv::meanStdDev(crop, mean, deviation);
+  cv::Mat edges;
+  cv::Laplacian(crop, edges, CV_64F);
+  cv::meanStdDev(edges, mean, deviation);
+  cv::Mat probe;
+  cv::equalizeHist(crop, probe);
+  cv::resize(probe, probe, {160, 160}, 0, 0, cv::INTER_AREA);
+  int label = -1;
+  double distance = 0;
+  state.recognizer->predict(probe, label, distance);
+  for (const TrainingSample& sample : state.samples) cv::norm(sample.image, probe, cv::NORM_L2);
+}
+
+}  // namespace
+
+void measure_face_analysis() {
+  cv::Mat grey;
+  cv::cvtColor(measured_frames()[1].frames.color, grey, cv::COLOR_BGRA2GRAY);
+  for (const int count : {10, 100, 1000}) {
+    auto state = std::make_shared<RecognitionState>(enrolled_owner(count));
+    auto status = std::make_shared<RuntimeStatus>();
+    measure(
+        "analyze_faces", std::to_string(count) + " samples",
+        [=] {
+          analyze_faces({{kFace, "frontal"}}, grey, *state, *status, Options{});
+        },
+        [=] { library_calls(grey, *state); });
+  }
+}
+
+}  // namespace halcyra

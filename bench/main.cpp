@@ -1,0 +1,35 @@
+// Measures every stage of a cycle and prints a table. Takes Google Benchmark's arguments, for
+// example --benchmark_filter=dashboard.
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "bench/measurement.hpp"
+#include "bench/ratio_table.hpp"
+
+int main(int argc, char** argv) {
+  // Interleaved, so that a slow moment of the machine falls on work and floor alike. What the
+  // command line says comes later and wins.
+  char repetitions[] = "--benchmark_repetitions=7";
+  char interleaving[] = "--benchmark_enable_random_interleaving=true";
+  char least_time[] = "--benchmark_min_time=0.05";
+  std::vector<char*> arguments = {argv[0], repetitions, interleaving, least_time};
+  std::copy(argv + 1, argv + argc, std::back_inserter(arguments));
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+  halcyra::measure_frame_conversion();
+  halcyra::measure_face_detection();
+  halcyra::measure_face_analysis();
+  halcyra::measure_owner_samples();
+  halcyra::measure_room_awareness();
+  halcyra::measure_dashboard();
+  halcyra::measure_cycle();
+  halcyra::measure_start_up();
+  halcyra::RatioTable table(halcyra::measured_rows());
+  benchmark::RunSpecifiedBenchmarks(&table);
+  return 0;
+}

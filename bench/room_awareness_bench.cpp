@@ -1,0 +1,26 @@
+#include <chrono>
+#include <memory>
+
+#include <benchmark/benchmark.h>
+
+#include "app/runtime_status.hpp"
+#include "awareness/update_room_awareness.hpp"
+#include "bench/measurement.hpp"
+
+namespace halcyra {
+
+void measure_room_awareness() {
+  for (const int people : {0, 1, 10}) {
+    auto status = std::make_shared<RuntimeStatus>();
+    status->voice.direction_angle = "-4.5";
+    status->voice.direction_confidence = "0.86";
+    std::vector<FaceInfo> faces(static_cast<std::size_t>(people));
+    for (FaceInfo& face : faces) face.box = {800, 200, 160, 160};
+    measure(
+        "update_room_awareness", std::to_string(people) + " faces",
+        [=] { update_room_awareness(*status, faces, Options{}, 1920); },
+        [] { benchmark::DoNotOptimize(std::chrono::steady_clock::now()); });
+  }
+}
+
+}  // namespace halcyra
