@@ -11,7 +11,7 @@ namespace {
 using libfreenect2::Frame;
 
 constexpr std::uint64_t kOwnerAlone = 3 * 30;
-constexpr std::uint64_t kEmptyRoom = 55 * 30;
+constexpr std::uint64_t kEmptyRoom = 56 * 30;
 constexpr std::uint64_t kThreePeople = 50 * 30;
 
 const virtual_kinect::FrameSource& room_source() {

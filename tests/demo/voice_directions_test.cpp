@@ -52,8 +52,8 @@ bool trusted(const Voice& voice) { return voice.confidence >= kEnough && !voice.
 // Where the dashboard places a face at this spot: linear from -55 degrees at the left edge of the
 // picture to 55 at the right.
 double face_angle(const room::Posture& posture) {
-  const double column = room::color_camera.column({posture.x, 0.0F, posture.z});
-  return (column / room::color_camera.width - 0.5) * 2 * 55;
+  const double column = room::kColorCamera.column({posture.x, 0.0F, posture.z});
+  return (column / room::kColorCamera.width - 0.5) * 2 * 55;
 }
 
 std::map<std::string, double> heads_in_view(int milliseconds) {
@@ -61,9 +61,9 @@ std::map<std::string, double> heads_in_view(int milliseconds) {
                                                              {room::Person::guest, "guest"},
                                                              {room::Person::visitor, "visitor"}};
   std::map<std::string, double> heads;
-  for (const room::Presence& presence :
-       room::scene_at(static_cast<std::uint64_t>(milliseconds) * room::sets_per_second / 1000)
-           .people) {
+  const std::uint64_t delivered =
+      static_cast<std::uint64_t>(milliseconds) * room::kSetsPerSecond / 1000;
+  for (const room::Presence& presence : room::moment_at(room::kOpeningSet + delivered).people) {
     const double angle = face_angle(presence.posture);
     if (std::fabs(angle) <= kInView) heads[kNames.at(presence.person)] = angle;
   }

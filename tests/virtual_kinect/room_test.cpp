@@ -1,4 +1,5 @@
 #include <cstdint>
+#include <thread>
 
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
@@ -10,8 +11,13 @@ namespace {
 
 using libfreenect2::Frame;
 
-constexpr std::uint64_t kEmptyRoom = 55 * 30;
 constexpr std::uint64_t kOwnerAlone = 3 * 30;
+constexpr std::uint64_t kLightFading = 34 * 30;
+constexpr std::uint64_t kFocusHunting = 40 * 30;
+constexpr std::uint64_t kThreePeople = 49 * 30;
+constexpr std::uint64_t kEmptyRoom = 56 * 30;
+constexpr std::uint64_t kDifferentSets[] = {kOwnerAlone, kLightFading, kFocusHunting, kThreePeople,
+                                            kEmptyRoom};
 
 cv::Mat pixels(const FrameSource& source, Frame::Type stream, std::uint64_t set) {
   return source.image(stream, set).pixels;
@@ -53,13 +59,32 @@ TEST_F(RoomTest, HasTheSensorsSizesAndFormats) {
 
 TEST_F(RoomTest, GivesASetTheSamePixelsWhateverWasAskedBefore) {
   const FrameSource again = open_room();
-  for (const std::uint64_t set : {kOwnerAlone, kEmptyRoom}) {
+  for (const std::uint64_t set : kDifferentSets) {
     for (const Frame::Type stream : {Frame::Depth, Frame::Color, Frame::Ir}) {
       const cv::Mat first = pixels(*source_, stream, set).clone();
       static_cast<void>(pixels(again, stream, set + 17));
       EXPECT_TRUE(same(first, pixels(again, stream, set))) << "set " << set << " of " << stream;
     }
   }
+}
+
+// A device that is opened twice asks from two threads, one after the other.
+TEST_F(RoomTest, GivesASetTheSamePixelsOnEveryThread) {
+  for (const std::uint64_t set : kDifferentSets) {
+    for (const Frame::Type stream : {Frame::Color, Frame::Ir, Frame::Depth}) {
+      const cv::Mat here = pixels(*source_, stream, set).clone();
+      cv::Mat there;
+      std::thread([&] { there = pixels(*source_, stream, set).clone(); }).join();
+      EXPECT_TRUE(same(here, there)) << "set " << set << " of " << stream;
+    }
+  }
+}
+
+TEST_F(RoomTest, StartsAgainAfterAMinuteWithOtherNoise) {
+  const cv::Mat first = pixels(*source_, Frame::Color, kOwnerAlone).clone();
+  const cv::Mat later = pixels(*source_, Frame::Color, kOwnerAlone + 60 * 30);
+  EXPECT_FALSE(same(first, later));
+  EXPECT_LT(cv::norm(first, later, cv::NORM_L1) / static_cast<double>(4 * first.total()), 2.0);
 }
 
 TEST_F(RoomTest, DependsOnItsSeed) {

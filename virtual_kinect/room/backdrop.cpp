@@ -10,11 +10,11 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr int fineness = 2;  // straight edges need smoothing more than people do
+constexpr int kFineness = 2;  // straight edges need smoothing more than people do
 
 ColorCanvas draw_color(const Furniture& furniture, const LightLevels& levels, int times) {
-  const Pinhole camera{color_camera.width * times, color_camera.height * times,
-                       color_camera.focal * static_cast<float>(times)};
+  const Pinhole camera{kColorCamera.width * times, kColorCamera.height * times,
+                       kColorCamera.focal * static_cast<float>(times)};
   const cv::Size size(camera.width, camera.height);
   const ColorCanvas canvas{camera, cv::Mat::zeros(size, CV_8UC4), cv::Mat::zeros(size, CV_32F)};
   for (auto surface = furniture.surfaces.rbegin(); surface != furniture.surfaces.rend();
@@ -26,7 +26,7 @@ ColorCanvas draw_color(const Furniture& furniture, const LightLevels& levels, in
 
 cv::Mat shrunk(const cv::Mat& picture, int interpolation) {
   cv::Mat result;
-  cv::resize(picture, result, {color_camera.width, color_camera.height}, 0, 0, interpolation);
+  cv::resize(picture, result, {kColorCamera.width, kColorCamera.height}, 0, 0, interpolation);
   return result;
 }
 
@@ -35,12 +35,12 @@ cv::Mat shrunk(const cv::Mat& picture, int interpolation) {
 Backdrop draw_backdrop() {
   const Furniture furniture = furnish_room();
   Backdrop backdrop;
-  const ColorCanvas day = draw_color(furniture, {1.0F, 0.0F}, fineness);
+  const ColorCanvas day = draw_color(furniture, {1.0F, 0.0F}, kFineness);
   backdrop.daylight = shrunk(day.color, cv::INTER_AREA);
   backdrop.color_nearness = shrunk(day.nearness, cv::INTER_NEAREST);
-  backdrop.lamp = shrunk(draw_color(furniture, {0.0F, 1.0F}, fineness).color, cv::INTER_AREA);
-  const cv::Size size(depth_camera.width, depth_camera.height);
-  const DepthCanvas depth{depth_camera, cv::Mat::zeros(size, CV_32F), cv::Mat::zeros(size, CV_32F)};
+  backdrop.lamp = shrunk(draw_color(furniture, {0.0F, 1.0F}, kFineness).color, cv::INTER_AREA);
+  const cv::Size size(kDepthCamera.width, kDepthCamera.height);
+  const DepthCanvas depth{kDepthCamera, cv::Mat::zeros(size, CV_32F), cv::Mat::zeros(size, CV_32F)};
   for (const Surface& surface : furniture.surfaces) {
     draw(depth, surface, Pose{});
   }

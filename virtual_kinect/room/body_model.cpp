@@ -10,8 +10,8 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float skin_infrared = 0.62F;
-constexpr float trousers_infrared = 0.45F;
+constexpr float kSkinInfrared = 0.62F;
+constexpr float kTrousersInfrared = 0.45F;
 
 void stretch_widths(std::vector<Ring>& rings, float width, float depth) {
   for (Ring& ring : rings) {
@@ -32,8 +32,8 @@ void add_folds(Surface& surface, float depth, const Vec3& scale, std::uint32_t s
 }
 
 Reflectance cloth(const Vec3& color, float infrared, const Vec3& p, std::uint32_t seed) {
-  const float threads = std::sin(p.x * 0.42F) * std::sin(p.y * 0.42F) * std::cos(p.z * 0.42F);
-  const float weave = 0.055F * threads + 0.012F * value_noise(p * 0.06F, seed);
+  const float weave =
+      0.04F * value_noise(p * 0.2F, seed) + 0.03F * value_noise(p * 0.42F, seed + 5);
   return {color * (1.0F + weave), infrared * (1.0F + weave)};
 }
 
@@ -51,7 +51,7 @@ Surface make_neck(const HeadLook& head) {
   }
   paint(neck, {64, 64}, [&head](float, float, const Vec3& p) {
     return Reflectance{head.skin * (0.95F + 0.03F * layered_noise(p * 0.04F, head.seed)),
-                       skin_infrared};
+                       kSkinInfrared};
   });
   neck.gloss = 0.08F;
   return neck;
@@ -75,8 +75,7 @@ Reflectance upper_cloth(const BodyLook& look, const HeadLook& head, const Vec3& 
   const float line = neckline(look.clothing, side);
   Reflectance r = cloth(look.top, look.top_infrared, p, head.seed + 20);
   if (look.clothing == Clothing::sweater) {
-    const float rib = std::sin(p.y * 0.16F + 0.6F * std::sin(p.x * 0.11F));
-    r.color = r.color * (1.0F + 0.03F * rib);
+    r.color = r.color * (1.0F + 0.03F * std::sin(p.x * 0.30F));  // knitted in ribs
   }
   if (!front) {
     return r;
@@ -93,14 +92,14 @@ Reflectance upper_cloth(const BodyLook& look, const HeadLook& head, const Vec3& 
         button < 6.0F ? look.accent : r.color * (std::fabs(side - 17.0F) < 2.0F ? 0.82F : 1.0F);
     const float collar = p.y - line;
     if (collar < 0.0F) {
-      r = {head.skin * 0.97F, skin_infrared};
+      r = {head.skin * 0.97F, kSkinInfrared};
     } else if (collar < 42.0F) {
       r.color = look.top * (collar > 37.0F || collar < 4.0F ? 0.72F : 1.14F);
     }
   } else if (look.clothing == Clothing::sweater) {
     const float edge = p.y - line;
     if (edge < -26.0F) {
-      r = {head.skin * 0.97F, skin_infrared};
+      r = {head.skin * 0.97F, kSkinInfrared};
     } else if (edge < 0.0F) {
       r.color = look.accent * (edge > -3.0F || edge < -22.0F ? 0.75F : 1.0F);
     }
@@ -110,10 +109,10 @@ Reflectance upper_cloth(const BodyLook& look, const HeadLook& head, const Vec3& 
 
 Surface make_torso(const BodyLook& look, const HeadLook& head) {
   std::vector<Ring> rings = {
-      {{0, -1482, 12}, 62, 58},  {{0, -1462, 9}, 92, 66},   {{0, -1442, 8}, 138, 76},
-      {{0, -1418, 7}, 182, 86},  {{0, -1375, 5}, 200, 100}, {{0, -1300, 0}, 197, 116},
-      {{0, -1200, 0}, 182, 118}, {{0, -1060, 0}, 164, 112}, {{0, -950, 2}, 178, 122},
-      {{0, -880, 4}, 190, 130},  {{0, -825, 4}, 190, 130},  {{0, -818, 4}, 90, 60}};
+      {{0, -1482, 12}, 62, 58},  {{0, -1462, 9}, 90, 66},   {{0, -1443, 8}, 128, 76},
+      {{0, -1422, 7}, 158, 86},  {{0, -1385, 5}, 176, 100}, {{0, -1300, 0}, 182, 116},
+      {{0, -1200, 0}, 174, 118}, {{0, -1060, 0}, 158, 110}, {{0, -960, 2}, 166, 118},
+      {{0, -890, 4}, 178, 128},  {{0, -845, 4}, 176, 126},  {{0, -838, 4}, 90, 60}};
   stretch_widths(rings, look.shoulders, look.girth);
   Surface torso = make_tube(rings, 73, 61);
   add_folds(torso, 2.0F, {0.011F, 0.006F, 0.011F}, head.seed + 30);
@@ -122,7 +121,7 @@ Surface make_torso(const BodyLook& look, const HeadLook& head) {
     const float armpit = smoothstep(120, 185, std::fabs(p.x)) * smoothstep(-1390, -1300, p.y);
     const float below_head =
         (1.0F - smoothstep(-1480, -1400, p.y)) * (1.0F - smoothstep(80, 150, std::fabs(p.x)));
-    torso.openness[i] *= (1.0F - 0.4F * armpit) * (1.0F - 0.35F * below_head);
+    torso.openness[i] *= (1.0F - 0.12F * armpit) * (1.0F - 0.35F * below_head);
   }
   paint(torso, {640, 512},
         [&](float, float, const Vec3& p) { return upper_cloth(look, head, p, p.z < 0.0F); });
@@ -143,26 +142,88 @@ Surface make_limb(std::vector<Ring> rings, float girth, const Vec3& color, float
 }
 
 Surface make_hand(const Vec3& skin) {
-  Surface hand = make_tube({{{0, 505, -48}, 22, 20},
-                            {{0, 540, -54}, 24, 34},
-                            {{0, 590, -60}, 22, 42},
-                            {{0, 640, -66}, 18, 34},
-                            {{0, 685, -70}, 12, 22},
-                            {{0, 700, -71}, 2, 4}},
-                           21, 17);
-  paint(hand, {32, 64}, [&skin](float, float, const Vec3& p) {
-    const float finger = p.y > 600.0F && std::sin(p.z * 0.33F) > 0.86F ? 0.78F : 1.0F;
-    return Reflectance{skin * (0.96F * finger), skin_infrared};
+  Surface hand = make_tube({{{0, -10, 0}, 21, 19},
+                            {{0, 26, -3}, 23, 32},
+                            {{0, 76, -8}, 21, 40},
+                            {{0, 118, -12}, 19, 37},
+                            {{-4, 156, -20}, 15, 30},
+                            {{-8, 180, -27}, 10, 20},
+                            {{-10, 190, -30}, 2, 4}},
+                           21, 25);
+  paint(hand, {64, 128}, [&skin](float, float, const Vec3& p) {
+    const float across = p.z + 0.12F * p.y;
+    const bool between_fingers = p.y > 92.0F && std::sin(across * 0.36F) > 0.86F;
+    const float knuckle = 1.0F - 0.06F * smoothstep(8.0F, 2.0F, std::fabs(p.y - 84.0F));
+    return Reflectance{skin * ((between_fingers ? 0.90F : 0.96F) * knuckle), kSkinInfrared};
   });
   return hand;
 }
 
+Surface make_thumb(const Vec3& skin) {
+  Surface thumb = make_tube({{{0, 12, -22}, 8, 9},
+                             {{-2, 30, -34}, 12, 14},
+                             {{-4, 66, -49}, 11, 11},
+                             {{-5, 96, -55}, 9, 9},
+                             {{-5, 106, -56}, 2, 2}},
+                            13, 13);
+  paint(thumb, {16, 32}, [&skin](float, float v, const Vec3&) {
+    return Reflectance{skin * (v > 0.86F ? 1.04F : 0.95F), kSkinInfrared};
+  });
+  return thumb;
+}
+
 Surface make_shoe(const Vec3& color) {
-  Surface shoe = make_cushion({0, 432, -60}, {46, 42, 128});
+  Surface shoe = make_cushion({0, 2, -60}, {46, 42, 128});
   paint(shoe, {64, 64}, [&color](float, float, const Vec3& p) {
-    return Reflectance{color * (p.y > 458.0F ? 0.5F : 1.0F), 0.3F};
+    return Reflectance{color * (p.y > 28.0F ? 0.5F : 1.0F), 0.3F};
   });
   return shoe;
+}
+
+void add_arm(BodyModel& body, const BodyLook& look, const HeadLook& head) {
+  body.upper_arm = make_limb({{{-52, -36, 0}, 10, 20},
+                              {{-42, -29, 0}, 32, 40},
+                              {{-19, -6, 0}, 50, 53},
+                              {{-3, 36, 1}, 53, 57},
+                              {{4, 110, 2}, 52, 56},
+                              {{4, 220, 2}, 45, 49},
+                              {{1, kUpperArmLength - 20, 0}, 41, 45},
+                              {{1, kUpperArmLength + 18, 0}, 28, 32}},
+                             look.girth, look.top, look.top_infrared, head.seed + 40);
+  // A sleeve has no edge where it meets the shoulder, so both are lit alike there.
+  for (std::size_t i = 0; i < body.upper_arm.points.size(); ++i) {
+    const float share = 0.4F * (1.0F - smoothstep(0.0F, 170.0F, body.upper_arm.points[i].y));
+    body.upper_arm.normals[i] =
+        normalized(mix(body.upper_arm.normals[i], Vec3{1.0F, -0.2F, 0.0F}, share));
+  }
+  body.forearm = make_limb({{{0, -34, 2}, 30, 34},
+                            {{0, -16, 2}, 40, 44},
+                            {{0, 14, 1}, 42, 46},
+                            {{0, 60, -2}, 43, 45},
+                            {{0, 150, 0}, 37, 38},
+                            {{0, kForearmLength - 8, 0}, 33, 32},
+                            {{0, kForearmLength, 0}, 22, 21}},
+                           look.girth, look.top, look.top_infrared, head.seed + 42);
+  body.hand = make_hand(head.skin);
+  body.thumb = make_thumb(head.skin);
+}
+
+void add_leg(BodyModel& body, const BodyLook& look, const HeadLook& head) {
+  body.thigh = make_limb({{{0, 0, 4}, 70, 84},
+                          {{0, 80, 2}, 84, 92},
+                          {{0, 250, 0}, 70, 74},
+                          {{0, kThighLength, 0}, 58, 62},
+                          {{0, kThighLength + 26, 0}, 50, 54},
+                          {{0, kThighLength + 42, 0}, 28, 30}},
+                         look.girth, look.trousers, kTrousersInfrared, head.seed + 50);
+  body.shin = make_limb({{{0, -44, 0}, 28, 30},
+                         {{0, -26, 0}, 52, 56},
+                         {{0, 60, 4}, 58, 64},
+                         {{0, 200, 6}, 54, 58},
+                         {{0, 400, 4}, 50, 56},
+                         {{0, 420, 4}, 48, 54}},
+                        look.girth, look.trousers, kTrousersInfrared, head.seed + 60);
+  body.shoe = make_shoe(look.shoes);
 }
 
 }  // namespace
@@ -171,30 +232,8 @@ BodyModel make_body(const BodyLook& look, const HeadLook& head) {
   BodyModel body;
   body.neck = make_neck(head);
   body.torso = make_torso(look, head);
-  body.arm = make_limb({{{-14, -20, 0}, 12, 16},
-                        {{-12, -12, 0}, 32, 42},
-                        {{-3, 20, 0}, 47, 56},
-                        {{5, 100, 2}, 52, 57},
-                        {{6, 270, 4}, 44, 48},
-                        {{3, 330, -4}, 43, 46},
-                        {{0, 440, -30}, 37, 39},
-                        {{0, 515, -50}, 33, 33},
-                        {{0, 520, -50}, 20, 20}},
-                       look.girth, look.top, look.top_infrared, head.seed + 40);
-  body.hand = make_hand(head.skin);
-  body.thigh = make_limb({{{0, 0, 4}, 70, 84},
-                          {{0, 80, 2}, 84, 92},
-                          {{0, 250, 0}, 70, 74},
-                          {{0, thigh_length, 0}, 58, 62},
-                          {{0, thigh_length + 20, 0}, 52, 56}},
-                         look.girth, look.trousers, trousers_infrared, head.seed + 50);
-  body.shin = make_limb({{{0, -30, 0}, 54, 58},
-                         {{0, 60, 4}, 58, 64},
-                         {{0, 200, 6}, 54, 58},
-                         {{0, 400, 4}, 50, 56},
-                         {{0, 420, 4}, 48, 54}},
-                        look.girth, look.trousers, trousers_infrared, head.seed + 60);
-  body.shoe = make_shoe(look.shoes);
+  add_arm(body, look, head);
+  add_leg(body, look, head);
   return body;
 }
 

@@ -8,20 +8,25 @@ namespace halcyra::virtual_kinect::room {
 
 // Each part in coordinates of its own joint, upright; the person faces -z.
 struct BodyModel {
-  Surface neck;   // from the middle of the floor under the person
-  Surface torso;  // likewise
-  Surface arm;    // from the shoulder; hangs down
-  Surface hand;   // likewise
-  Surface thigh;  // from the hip
-  Surface shin;   // from the knee
-  Surface shoe;   // likewise
+  Surface neck;       // from the middle of the floor under the person
+  Surface torso;      // likewise
+  Surface upper_arm;  // from the shoulder; hangs down, its inner side to the left
+  Surface forearm;    // from the elbow
+  Surface hand;       // from the wrist
+  Surface thumb;      // likewise
+  Surface thigh;      // from the hip
+  Surface shin;       // from the knee
+  Surface shoe;       // from the ankle
 };
 
 // Joints of a body of average height, in coordinates of the person.
-constexpr Vec3 head_joint{0.0F, -1622.0F, -12.0F};
-constexpr Vec3 shoulder_joint{184.0F, -1386.0F, 8.0F};
-constexpr Vec3 hip_joint{80.0F, -900.0F, 0.0F};
-constexpr float thigh_length = 430.0F;
+constexpr Vec3 kHeadJoint{0.0F, -1622.0F, -12.0F};
+constexpr Vec3 kShoulderJoint{184.0F, -1386.0F, 8.0F};
+constexpr Vec3 kHipJoint{80.0F, -900.0F, 0.0F};
+constexpr float kUpperArmLength = 296.0F;
+constexpr float kForearmLength = 232.0F;
+constexpr float kThighLength = 430.0F;
+constexpr float kShinLength = 430.0F;
 
 BodyModel make_body(const BodyLook& look, const HeadLook& head);
 

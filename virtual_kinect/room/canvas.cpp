@@ -11,7 +11,7 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float nearest_depth = 200.0F;  // millimetres; what comes closer is not drawn
+constexpr float kNearestDepth = 200.0F;  // millimetres; what comes closer is not drawn
 
 // Places in Corner::values.
 enum Value : std::size_t { nearness, texture_x, texture_y, blue, green, red, shine };
@@ -22,7 +22,7 @@ const cv::Mat& fitting_mip(const Surface& surface, const Pinhole& camera, const 
   const std::size_t beside = surface.index(surface.columns / 2 + 1, surface.rows / 2);
   const std::size_t below = surface.index(surface.columns / 2, surface.rows / 2 + 1);
   const cv::Mat& full = surface.texture_mips.front();
-  const float depth = std::max(pose.place(surface.points[middle]).z, nearest_depth);
+  const float depth = std::max(pose.place(surface.points[middle]).z, kNearestDepth);
   const float wide = length(surface.points[beside] - surface.points[middle]) *
                      static_cast<float>(surface.columns) / static_cast<float>(full.cols);
   const float high = length(surface.points[below] - surface.points[middle]) *
@@ -72,15 +72,15 @@ constexpr std::array<uchar, 1024> make_exposure_table() {
   return table;
 }
 
-constexpr std::array<uchar, 1024> exposure_table = make_exposure_table();
+constexpr std::array<uchar, 1024> kExposureTable = make_exposure_table();
 
 uchar exposed(float value) {
-  return exposure_table[static_cast<std::size_t>(std::clamp(static_cast<int>(value), 0, 1023))];
+  return kExposureTable[static_cast<std::size_t>(std::clamp(static_cast<int>(value), 0, 1023))];
 }
 
 Corner project(const Pinhole& camera, const Vec3& point) {
   Corner corner;
-  if (point.z >= nearest_depth) {
+  if (point.z >= kNearestDepth) {
     corner.x = camera.column(point);
     corner.y = camera.row(point);
     corner.values[nearness] = 1.0F / point.z;
@@ -98,7 +98,7 @@ int fitting_stride(const Surface& surface, const Pinhole& camera, const Pose& po
   const float gap = std::max(
       length(surface.points[middle + 1] - point),
       length(surface.points[surface.index(surface.columns / 2, surface.rows / 2 + 1)] - point));
-  const float pixels = gap * camera.focal / std::max(pose.place(point).z, nearest_depth);
+  const float pixels = gap * camera.focal / std::max(pose.place(point).z, kNearestDepth);
   int stride = 1;
   while (stride < 4 && pixels * static_cast<float>(stride) < 1.0F &&
          (surface.columns - 1) % (2 * stride) == 0 && (surface.rows - 1) % (2 * stride) == 0) {
@@ -133,7 +133,7 @@ std::vector<Corner> lit_corners(const Pinhole& camera, const Surface& surface, c
       const Vec3 point = pose.place(surface.points[i]);
       Corner& corner = corners[i] = project(camera, point);
       const Vec3 normal = pose.turn(surface.normals[i]);
-      if (!drawable(corner) || dot(normal, point) > 0.35F * point.z) {
+      if (!drawable(corner) || dot(normal, point) > 0.6F * point.z) {
         continue;  // seen from behind, with some margin for its neighbours
       }
       const float glow = surface.daylight_glow * levels.daylight + surface.lamp_glow * levels.lamp;

@@ -9,32 +9,32 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float reach = 620.0F;  // millimetres, along the light; across it is half of that
-constexpr float strength = 0.55F;
-constexpr float floor_margin = 40.0F;  // what lies on the floor is shaded with it
+constexpr float kReach = 620.0F;  // millimetres, along the light; across it is half of that
+constexpr float kStrength = 0.55F;
+constexpr float kFloorMargin = 40.0F;  // what lies on the floor is shaded with it
 
 // The daylight comes from the left and from behind the camera, so that shade falls to the right.
 float shade(float x, float z, const Posture& posture) {
   const float dx = x - posture.x - 110.0F;
   const float dz = z - posture.z - 120.0F;
-  const float along = (0.55F * dx + 0.83F * dz) / reach;
-  const float across = (0.83F * dx - 0.55F * dz) / (0.55F * reach);
+  const float along = (0.55F * dx + 0.83F * dz) / kReach;
+  const float across = (0.83F * dx - 0.55F * dz) / (0.55F * kReach);
   const float t = std::fmax(0.0F, 1.0F - along * along - across * across);
-  return 1.0F - strength * t * t;
+  return 1.0F - kStrength * t * t;
 }
 
 }  // namespace
 
 void add_contact_shadow(cv::Mat& picture, const cv::Mat& nearness, const Posture& posture) {
-  const Pinhole& camera = color_camera;
-  const float far = posture.z + 1.3F * reach;
+  const Pinhole& camera = kColorCamera;
+  const float far = posture.z + 1.3F * kReach;
   const int top =
-      std::clamp(static_cast<int>(camera.row({0, floor_height, far})), 0, camera.height);
-  const float near = std::fmax(posture.z - reach, 500.0F);
-  const float left_edge = std::fmin(camera.column({posture.x - reach, 0, near}),
-                                    camera.column({posture.x - reach, 0, far}));
-  const float right_edge = std::fmax(camera.column({posture.x + 1.4F * reach, 0, near}),
-                                     camera.column({posture.x + 1.4F * reach, 0, far}));
+      std::clamp(static_cast<int>(camera.row({0, kFloorHeight, far})), 0, camera.height);
+  const float near = std::fmax(posture.z - kReach, 500.0F);
+  const float left_edge = std::fmin(camera.column({posture.x - kReach, 0, near}),
+                                    camera.column({posture.x - kReach, 0, far}));
+  const float right_edge = std::fmax(camera.column({posture.x + 1.4F * kReach, 0, near}),
+                                     camera.column({posture.x + 1.4F * kReach, 0, far}));
   const int left = std::clamp(static_cast<int>(left_edge), 0, camera.width);
   const int right = std::clamp(static_cast<int>(right_edge), left, camera.width);
   for (int row = top; row < camera.height; ++row) {
@@ -42,7 +42,7 @@ void add_contact_shadow(cv::Mat& picture, const cv::Mat& nearness, const Posture
       const Vec3 ray =
           camera.ray(static_cast<float>(column) + 0.5F, static_cast<float>(row) + 0.5F);
       const Vec3 p = ray * (1.0F / nearness.ptr<float>(row)[column]);
-      if (p.y < floor_height - floor_margin) {
+      if (p.y < kFloorHeight - kFloorMargin) {
         continue;
       }
       const int share = static_cast<int>(256.0F * shade(p.x, p.z, posture));

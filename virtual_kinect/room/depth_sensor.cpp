@@ -7,12 +7,12 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float least_depth = 500.0F;
-constexpr float most_depth = 4500.0F;
-constexpr float outline_step = 0.035F;  // share of the depth by which neighbours differ there
-constexpr float least_echo = 0.012F;
-constexpr float brightness = 9.0e9F;  // infrared value of a full echo from 1 mm
-constexpr float dark_current = 18.0F;
+constexpr float kLeastDepth = 500.0F;
+constexpr float kMostDepth = 4500.0F;
+constexpr float kOutlineStep = 0.035F;  // share of the depth by which neighbours differ there
+constexpr float kLeastEcho = 0.012F;
+constexpr float kBrightness = 9.0e9F;  // infrared value of a full echo from 1 mm
+constexpr float kDarkCurrent = 18.0F;
 
 bool is_outline(const cv::Mat& nearness, int row, int column) {
   const float here = nearness.ptr<float>(row)[column];
@@ -22,7 +22,7 @@ bool is_outline(const cv::Mat& nearness, int row, int column) {
                                std::fabs(nearness.ptr<float>(row)[column + 1] - here),
                                std::fabs(nearness.ptr<float>(above)[column] - here),
                                std::fabs(nearness.ptr<float>(below)[column] - here)});
-  return step > outline_step * here;
+  return step > kOutlineStep * here;
 }
 
 // The sensor's lamp and lens leave the corners darker.
@@ -33,43 +33,50 @@ float vignette(const DepthCanvas& canvas, int row, int column) {
   return cosine * std::sqrt(cosine);
 }
 
+// The deviations of the two measurements are drawn independently.
+enum Purpose : std::uint32_t { of_depth = 1, of_infrared = 2 };
+
+// A picture of value(row, column, deviation) everywhere but in the outermost columns, which the
+// sensor leaves at 0.
+template <typename Value>
+cv::Mat measure(const cv::Size& size, const SensorNoise& noise, std::uint64_t set, Purpose purpose,
+                const Value& value) {
+  cv::Mat picture = cv::Mat::zeros(size, CV_32F);
+  for (int row = 0; row < picture.rows; ++row) {
+    const float* deviation = noise.row(picture.cols, row, set, purpose);
+    float* measured = picture.ptr<float>(row);
+    for (int column = 1; column + 1 < picture.cols; ++column) {
+      measured[column] = value(row, column, deviation[column]);
+    }
+  }
+  return picture;
+}
+
 }  // namespace
 
 cv::Mat measure_depth(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set) {
-  cv::Mat depth = cv::Mat::zeros(canvas.nearness.size(), CV_32F);
-  for (int row = 0; row < depth.rows; ++row) {
-    const float* deviation = noise.row(depth.cols, row, set, 1);
-    const float* nearness = canvas.nearness.ptr<float>(row);
-    const float* echo = canvas.echo.ptr<float>(row);
-    float* measured = depth.ptr<float>(row);
-    for (int column = 1; column + 1 < depth.cols; ++column) {
-      if (echo[column] < least_echo || is_outline(canvas.nearness, row, column)) {
-        continue;
-      }
-      const float true_depth = 1.0F / nearness[column];
-      const float metres = true_depth * 0.001F;
-      const float value = true_depth + deviation[column] * (0.8F + 0.9F * metres * metres);
-      measured[column] = value >= least_depth && value <= most_depth ? value : 0.0F;
-    }
-  }
-  return depth;
+  return measure(canvas.nearness.size(), noise, set, of_depth,
+                 [&](int row, int column, float deviation) {
+                   const float echo = canvas.echo.ptr<float>(row)[column];
+                   if (echo < kLeastEcho || is_outline(canvas.nearness, row, column)) {
+                     return 0.0F;
+                   }
+                   const float depth = 1.0F / canvas.nearness.ptr<float>(row)[column];
+                   const float metres = depth * 0.001F;
+                   const float value = depth + deviation * (0.8F + 0.9F * metres * metres);
+                   return value >= kLeastDepth && value <= kMostDepth ? value : 0.0F;
+                 });
 }
 
 cv::Mat measure_infrared(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set) {
-  cv::Mat infrared = cv::Mat::zeros(canvas.nearness.size(), CV_32F);
-  for (int row = 0; row < infrared.rows; ++row) {
-    const float* deviation = noise.row(infrared.cols, row, set, 2);
-    const float* nearness = canvas.nearness.ptr<float>(row);
-    const float* echo = canvas.echo.ptr<float>(row);
-    float* measured = infrared.ptr<float>(row);
-    for (int column = 1; column + 1 < infrared.cols; ++column) {
-      const float light = brightness * echo[column] * nearness[column] * nearness[column] *
-                          vignette(canvas, row, column);
-      const float shot = 0.35F * std::sqrt(light + dark_current);
-      measured[column] = std::fmax(1.0F, light + dark_current + deviation[column] * shot);
-    }
-  }
-  return infrared;
+  return measure(canvas.nearness.size(), noise, set, of_infrared,
+                 [&](int row, int column, float deviation) {
+                   const float nearness = canvas.nearness.ptr<float>(row)[column];
+                   const float light = kBrightness * canvas.echo.ptr<float>(row)[column] *
+                                       nearness * nearness * vignette(canvas, row, column);
+                   const float shot = 0.35F * std::sqrt(light + kDarkCurrent);
+                   return std::fmax(1.0F, light + kDarkCurrent + deviation * shot);
+                 });
 }
 
 }  // namespace halcyra::virtual_kinect::room

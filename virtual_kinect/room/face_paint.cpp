@@ -8,8 +8,8 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float skin_infrared = 0.62F;
-constexpr float hair_infrared = 0.42F;
+constexpr float kSkinInfrared = 0.62F;
+constexpr float kHairInfrared = 0.42F;
 
 void cover(Reflectance& r, const Vec3& color, float infrared, float share) {
   const float s = clamp01(share);
@@ -51,24 +51,26 @@ Reflectance FacePaint::hair(const Vec3& p) const {
   const float around = std::atan2(p.x + sway, p.z - 15.0F) * 14.0F;
   const float strands = 0.65F * value_noise({around, p.y * 0.03F, 0.0F}, look_.seed + 6) +
                         0.35F * value_noise({around * 2.7F, p.y * 0.05F, 3.0F}, look_.seed + 7);
-  return {look_.hair * (1.0F + 0.34F * strands), hair_infrared * (1.0F + 0.2F * strands)};
+  return {look_.hair * (1.0F + 0.34F * strands), kHairInfrared * (1.0F + 0.2F * strands)};
 }
 
 Reflectance FacePaint::skin(const Vec3& p) const {
   const Vec3 q{p.x / look_.width, p.y / look_.height, p.z};
   const float mottle = layered_noise(p * 0.045F, look_.seed);
   const float pores = value_noise(p * 0.45F, look_.seed + 1);
+  const float lines = value_noise(multiply(p, {0.11F, 0.19F, 0.11F}), look_.seed + 13);
   const float roughness = 0.03F + 0.035F * look_.wrinkles + 0.02F * look_.freckles;
-  Reflectance r{look_.skin * (1.0F + 0.030F * mottle + roughness * pores), skin_infrared};
+  const float tone = 1.0F + 0.030F * mottle + roughness * pores + 0.045F * look_.wrinkles * lines;
+  Reflectance r{look_.skin * tone, kSkinInfrared};
   const Vec3 m{std::fabs(q.x), q.y, q.z};
   if (q.z < -20.0F) {
     const Vec3 flush = multiply(look_.skin, {1.0F, 0.84F, 0.82F});
-    cover(r, flush, skin_infrared, 0.55F * spot(m, 43, 34, 22, 17, 0.7F));
-    cover(r, flush, skin_infrared, 0.5F * spot(m, 0, 36, 14, 11, 0.6F));
-    cover(r, look_.skin * 0.84F, skin_infrared, 0.6F * spot(m, 30, 15, 17, 6, 0.7F));
+    cover(r, flush, kSkinInfrared, 0.55F * spot(m, 43, 34, 22, 17, 0.7F));
+    cover(r, flush, kSkinInfrared, 0.5F * spot(m, 0, 36, 14, 11, 0.6F));
+    cover(r, look_.skin * 0.84F, kSkinInfrared, 0.6F * spot(m, 30, 15, 17, 6, 0.7F));
     const float freckle = value_noise(p * 0.33F, look_.seed + 2);
     const float region = spot(m, 24, 26, 44, 20, 0.5F);
-    cover(r, multiply(look_.skin, {0.80F, 0.66F, 0.56F}), skin_infrared,
+    cover(r, multiply(look_.skin, {0.80F, 0.66F, 0.56F}), kSkinInfrared,
           look_.freckles * region * smoothstep(0.15F, 0.45F, freckle));
     add_wrinkles(r, m);
     add_beard(r, q);
@@ -77,7 +79,7 @@ Reflectance FacePaint::skin(const Vec3& p) const {
     add_brow(r, m);
     add_eye(r, m);
   }
-  cover(r, multiply(look_.skin, {0.72F, 0.58F, 0.54F}), skin_infrared,
+  cover(r, multiply(look_.skin, {0.72F, 0.58F, 0.54F}), kSkinInfrared,
         spot({q.z, q.y, 0.0F}, 8.0F, 12.0F, 7.0F, 15.0F, 0.5F) * smoothstep(70, 78, m.x) * 0.7F);
   if (look_.glasses) {
     add_glasses(r, m);
@@ -90,10 +92,10 @@ void FacePaint::add_wrinkles(Reflectance& r, const Vec3& q) const {
   const float forehead = smoothstep(-72, -62, q.y) * (1.0F - smoothstep(-36, -28, q.y));
   const float wave = q.y + 0.0025F * q.x * q.x + 1.5F * value_noise(q * 0.06F, look_.seed + 3);
   const float lines = smoothstep(0.55F, 1.0F, std::sin(wave * 0.55F));
-  cover(r, crease, skin_infrared, look_.wrinkles * 0.85F * forehead * lines);
+  cover(r, crease, kSkinInfrared, look_.wrinkles * 0.85F * forehead * lines);
   const float fold = q.x - (21.0F + 0.40F * (q.y - 42.0F));
   const float along = smoothstep(36, 44, q.y) * (1.0F - smoothstep(62, 74, q.y));
-  cover(r, crease, skin_infrared, (0.25F + 0.6F * look_.wrinkles) * along * stroke(fold, 4.0F));
+  cover(r, crease, kSkinInfrared, (0.25F + 0.6F * look_.wrinkles) * along * stroke(fold, 4.0F));
 }
 
 void FacePaint::add_beard(Reflectance& r, const Vec3& q) const {
@@ -111,7 +113,7 @@ void FacePaint::add_beard(Reflectance& r, const Vec3& q) const {
   const float hairs =
       0.5F + 0.5F * value_noise({q.x * 0.55F, q.y * 0.28F, q.z * 0.55F}, look_.seed + 4);
   const Vec3 color = look_.beard > 0.7F ? look_.hair : mix(look_.skin, look_.hair, 0.75F);
-  cover(r, color * (0.55F + 0.75F * hairs), hair_infrared,
+  cover(r, color * (0.55F + 0.75F * hairs), kHairInfrared,
         region * std::fmin(1.0F, look_.beard * (0.55F + 0.85F * hairs)));
 }
 
@@ -131,14 +133,14 @@ void FacePaint::add_lips(Reflectance& r, const Vec3& q) const {
   const float shade = q.y < seam ? 0.86F : 1.0F;
   cover(r, look_.lip_color * shade, 0.55F, 0.9F * body * smoothstep(1.02F, 0.85F, t));
   cover(r, look_.lip_color * 0.35F, 0.35F, stroke(q.y - seam, 1.9F) * smoothstep(1.1F, 0.9F, t));
-  cover(r, look_.skin * 0.74F, skin_infrared, 0.5F * spot(q, 0, bottom + 4.0F, 15, 3, 0.8F));
+  cover(r, look_.skin * 0.74F, kSkinInfrared, 0.5F * spot(q, 0, bottom + 4.0F, 15, 3, 0.8F));
 }
 
 void FacePaint::add_nostrils(Reflectance& r, const Vec3& q) const {
   const float x = 7.5F * look_.nose_width;
   cover(r, look_.skin * 0.30F, 0.35F, 0.9F * spot(q, x, 43.0F, 4.2F, 2.4F, 0.4F));
   const float wing = std::hypot((q.x - 14.0F * look_.nose_width) / 6.5F, (q.y - 38.5F) / 7.5F);
-  cover(r, look_.skin * 0.70F, skin_infrared,
+  cover(r, look_.skin * 0.70F, kSkinInfrared,
         0.6F * stroke((wing - 1.0F) * 7.0F, 2.2F) * smoothstep(13, 17, q.x / look_.nose_width));
 }
 
@@ -147,12 +149,13 @@ void FacePaint::add_brow(Reflectance& r, const Vec3& q) const {
   if (t <= 0.0F || t >= 1.0F) {
     return;
   }
-  const float middle = -15.0F - look_.brow_height - 6.5F * std::sin(pi * std::pow(t, 0.8F) * 0.86F);
+  const float middle =
+      -15.0F - look_.brow_height - 6.5F * std::sin(kPi * std::pow(t, 0.8F) * 0.86F);
   const float half = 4.4F * look_.brow_weight * smoothstep(0.0F, 0.12F, t) * (1.05F - 0.75F * t);
   const float hairs = value_noise({q.x * 0.5F - q.y * 0.5F, q.y * 0.12F, 0.0F}, look_.seed + 12);
   const float inside =
       1.0F - smoothstep(0.6F, 1.25F, std::fabs(q.y - middle) / std::fmax(half, 0.4F));
-  cover(r, look_.brows, hair_infrared, inside * (0.85F + 0.25F * hairs));
+  cover(r, look_.brows, kHairInfrared, inside * (0.85F + 0.25F * hairs));
 }
 
 void FacePaint::add_eye(Reflectance& r, const Vec3& q) const {
@@ -164,10 +167,10 @@ void FacePaint::add_eye(Reflectance& r, const Vec3& q) const {
   const float upper = -6.4F * look_.eye_size * std::pow(arch, 0.75F) - 0.6F * t;
   const float lower = 4.6F * look_.eye_size * arch - 0.6F * t;
   const float reach = 1.0F - smoothstep(0.95F, 1.25F, std::fabs(t));
-  cover(r, look_.skin * 0.66F, skin_infrared, 0.65F * reach * stroke(y - upper + 5.0F, 2.4F));
-  cover(r, look_.skin * 0.80F, skin_infrared,
+  cover(r, look_.skin * 0.66F, kSkinInfrared, 0.65F * reach * stroke(y - upper + 5.0F, 2.4F));
+  cover(r, look_.skin * 0.80F, kSkinInfrared,
         0.5F * reach * smoothstep(upper - 8.0F, upper - 1.0F, y) * smoothstep(upper + 2, upper, y));
-  cover(r, look_.skin * 0.72F, skin_infrared, 0.5F * reach * stroke(y - lower - 2.0F, 2.5F));
+  cover(r, look_.skin * 0.72F, kSkinInfrared, 0.5F * reach * stroke(y - lower - 2.0F, 2.5F));
   const float open = smoothstep(upper - 0.6F, upper + 0.6F, y) *
                      smoothstep(lower + 0.6F, lower - 0.6F, y) *
                      (std::fabs(t) < 1.0F ? 1.0F : 0.0F);
@@ -192,7 +195,7 @@ void FacePaint::add_glasses(Reflectance& r, const Vec3& q) const {
       std::pow(std::pow(std::fabs(dx), 3.0F) + std::pow(std::fabs(dy), 3.0F), 0.333F);
   if (q.z < -35.0F) {
     cover(r, {0.95F, 0.97F, 1.0F}, 0.7F, 0.05F * smoothstep(1.0F, 0.95F, ring));
-    cover(r, rim_color, 0.1F, stroke((ring - 1.0F) * 21.0F, 2.4F));
+    cover(r, rim_color, 0.1F, stroke((ring - 1.0F) * 21.0F, 3.2F));
     cover(r, rim_color, 0.1F, 0.7F * stroke(q.y - 1.0F, 1.8F) * smoothstep(8.0F, 6.0F, q.x));
   }
   const float temple = smoothstep(-62, -58, q.z) * (1.0F - smoothstep(4, 8, q.z));

@@ -71,7 +71,7 @@ class Furnisher {
   Furniture result_;
 };
 
-constexpr Vec3 oak{0.62F, 0.48F, 0.34F};
+constexpr Vec3 kOak{0.62F, 0.48F, 0.34F};
 
 void Furnisher::add_books(float left, float right, float board, std::uint32_t seed) {
   const Vec3 colors[] = {{0.55F, 0.25F, 0.21F}, {0.24F, 0.34F, 0.44F}, {0.80F, 0.74F, 0.62F},
@@ -85,7 +85,7 @@ void Furnisher::add_books(float left, float right, float board, std::uint32_t se
       x += 70.0F;
       continue;
     }
-    const Vec3 color = colors[hash_bits(i + 77) % 8];
+    const Vec3 color = mix(colors[hash_bits(i + 77) % 8], kOak * 0.85F, 0.3F);  // faded by the sun
     const float band = 0.12F + 0.2F * hash_unit(i + 13);
     const float back = 3735.0F + 25.0F * hash_unit(i + 91);
     if (x + width < right) {
@@ -96,35 +96,35 @@ void Furnisher::add_books(float left, float right, float board, std::uint32_t se
       add(std::move(spine), {16, 64}, [&](float, float v, const Vec3& p) {
         const bool label = std::fabs(v - band) < 0.035F || std::fabs(v - 0.86F) < 0.02F;
         const float wear = 0.06F * layered_noise(p * 0.03F, i);
-        return Reflectance{label ? mix(color, {0.85F, 0.76F, 0.55F}, 0.7F) : color * (1.0F + wear),
+        return Reflectance{label ? mix(color, {0.80F, 0.70F, 0.52F}, 0.5F) : color * (1.0F + wear),
                            0.4F};
       });
       add(make_sheet({x, board - height, 3900.0F}, {width, 0, 0}, {0, 0, back - 3900.0F}, 60.0F),
-          {16, 16}, plain({0.86F, 0.83F, 0.76F}, 0.6F));
+          {16, 16}, plain({0.60F, 0.52F, 0.42F}, 0.6F));
     }
     x += width + 1.5F;
   }
 }
 
 void Furnisher::add_shelf() {
-  constexpr float left = 250.0F;
-  constexpr float right = 1250.0F;
-  constexpr float top = -560.0F;
-  constexpr float front = 3690.0F;
-  add_box({left, top, 3980.0F}, {right, floor_height, 4000.0F}, wood(oak * 0.8F), false);
+  constexpr float kLeft = 250.0F;
+  constexpr float kRight = 1250.0F;
+  constexpr float kTop = -560.0F;
+  constexpr float kFront = 3690.0F;
+  add_box({kLeft, kTop, 3980.0F}, {kRight, kFloorHeight, 4000.0F}, wood(kOak * 0.8F), false);
   std::uint32_t seed = 1;
-  for (float board = top; board < floor_height; board += 372.0F) {
-    add_box({left, board, front}, {right, board + 24.0F, 3990.0F}, wood(oak), true);
-    if (board > top) {
-      add_books(seed == 3 ? left + 560.0F : left + 30.0F, right - 25.0F, board, seed);
+  for (float board = kTop; board < kFloorHeight; board += 372.0F) {
+    add_box({kLeft, board, kFront}, {kRight, board + 24.0F, 3990.0F}, wood(kOak), true);
+    if (board > kTop) {
+      add_books(seed == 3 ? kLeft + 560.0F : kLeft + 30.0F, kRight - 25.0F, board, seed);
     }
     ++seed;
   }
-  add_box({left - 24.0F, top, front}, {left, floor_height, 3990.0F}, wood(oak));
-  add_box({right, top, front}, {right + 24.0F, floor_height, 3990.0F}, wood(oak));
-  add(make_sheet({left, top, 3690.0F}, {0, 0, 290.0F}, {0, floor_height - top, 0}, 90.0F), {64, 64},
-      wood(oak * 0.85F));
-  const float shelf = top + 2.0F * 372.0F;
+  add_box({kLeft - 24.0F, kTop, kFront}, {kLeft, kFloorHeight, 3990.0F}, wood(kOak));
+  add_box({kRight, kTop, kFront}, {kRight + 24.0F, kFloorHeight, 3990.0F}, wood(kOak));
+  add(make_sheet({kLeft, kTop, 3690.0F}, {0, 0, 290.0F}, {0, kFloorHeight - kTop, 0}, 90.0F),
+      {64, 64}, wood(kOak * 0.85F));
+  const float shelf = kTop + 2.0F * 372.0F;
   add(make_tube({{{430, shelf - 190, 3800}, 26, 26},
                  {{430, shelf - 150, 3800}, 30, 30},
                  {{430, shelf - 80, 3800}, 74, 74},
@@ -144,34 +144,33 @@ void Furnisher::add_sofa() {
   add_cushion({-1190, 880, 3560}, {375, 95, 320}, fabric(blue));
   add_cushion({-410, 880, 3560}, {375, 95, 320}, fabric(blue));
   add_cushion({-1640, 950, 3590}, {110, 300, 340}, fabric(blue * 0.96F));
-  add_cushion({40, 950, 3590}, {110, 300, 340}, fabric(blue * 0.96F));
-  add_cushion({-1330, 690, 3640}, {185, 165, 75}, fabric({0.80F, 0.60F, 0.36F}));
-  add_cushion({-320, 700, 3650}, {175, 155, 75}, fabric({0.84F, 0.80F, 0.72F}));
+  add_cushion({40, 980, 3590}, {110, 270, 340}, fabric(blue * 1.02F));
+  add_cushion({-1440, 700, 3640}, {150, 145, 75}, fabric({0.66F, 0.62F, 0.54F}));
 }
 
 void Furnisher::add_table() {
-  add_cushion({-720, 1010, 2960}, {470, 22, 210}, wood(oak * 1.05F));
-  for (const float x : {-1080.0F, -360.0F}) {
+  add_cushion({-720, 1010, 2960}, {470, 22, 210}, wood(kOak * 1.05F));
+  for (const float x : {-1040.0F, -400.0F}) {
     for (const float z : {2830.0F, 3090.0F}) {
-      add(make_tube({{{x, 1025, z}, 20, 20}, {{x, floor_height, z}, 14, 14}}, 13, 6), {16, 16},
-          wood(oak * 0.9F));
+      add(make_tube({{{x, 1025, z}, 20, 20}, {{x, kFloorHeight, z}, 14, 14}}, 13, 6), {16, 16},
+          wood(kOak * 0.8F));
     }
   }
   add(make_tube(
           {{{-560, 905, 2930}, 40, 40}, {{-560, 960, 2930}, 42, 42}, {{-560, 988, 2930}, 34, 34}},
           25, 8),
       {32, 32}, plain({0.90F, 0.88F, 0.84F}, 0.6F));
-  add_box({-960, 962, 2880}, {-760, 988, 3020}, plain({0.45F, 0.25F, 0.24F}, 0.4F), false);
+  add_box({-900, 962, 2880}, {-700, 988, 3020}, plain({0.52F, 0.40F, 0.34F}, 0.4F), false);
 }
 
 void Furnisher::add_lamp() {
-  const float x = lamp_position.x;
-  const float z = lamp_position.z;
+  const float x = kLampPosition.x;
+  const float z = kLampPosition.z;
   Surface shade = make_tube(
       {{{x, -560, z}, 130, 130}, {{x, -400, z}, 165, 165}, {{x, -250, z}, 200, 200}}, 41, 9);
   shade.lamp_glow = 0.95F;
   add(std::move(shade), {128, 64}, [](float, float v, const Vec3& p) {
-    const float warm = 0.82F + 0.25F * std::sin(pi * v) + 0.02F * value_noise(p * 0.2F, 95);
+    const float warm = 0.82F + 0.25F * std::sin(kPi * v) + 0.02F * value_noise(p * 0.2F, 95);
     return Reflectance{Vec3{0.98F, 0.87F, 0.68F} * std::fmin(warm, 1.0F), 0.7F};
   });
   add(make_tube({{{x, -250, z}, 11, 11}, {{x, 1330, z}, 11, 11}}, 13, 40), {16, 64},
@@ -187,9 +186,9 @@ void Furnisher::add_leaf(const Vec3& root, float azimuth, float reach, float ris
   const Vec3 side{std::cos(azimuth), 0.0F, std::sin(azimuth)};
   Surface leaf = make_surface(7, 17, [&](float u, float v) {
     const float along = 1.0F - v;
-    const float width = 74.0F * std::sin(pi * std::pow(along, 0.7F)) + 4.0F;
+    const float width = 74.0F * std::sin(kPi * std::pow(along, 0.7F)) + 4.0F;
     const float fold = std::fabs(2.0F * u - 1.0F) * 16.0F;
-    const float height = rise * std::sin(0.5F * pi * along * 1.35F);
+    const float height = rise * std::sin(0.5F * kPi * along * 1.35F);
     return root + out * (reach * along) + side * (width * (2.0F * u - 1.0F) * 0.5F) +
            Vec3{0.0F, -height - fold, 0.0F};
   });
@@ -197,14 +196,14 @@ void Furnisher::add_leaf(const Vec3& root, float azimuth, float reach, float ris
     const bool rib = std::fabs(u - 0.5F) < 0.04F;
     const float tone = 0.85F + 0.1F * std::sin(azimuth * 5.0F) + 0.15F * (1.0F - v) +
                        0.06F * layered_noise(p * 0.02F, 96);
-    return Reflectance{Vec3{0.30F, 0.46F, 0.24F} * (rib ? tone * 1.25F : tone), 0.75F};
+    return Reflectance{Vec3{0.36F, 0.50F, 0.30F} * (rib ? tone * 1.12F : tone), 0.75F};
   };
   add(reversed(leaf), {16, 32}, green);
   add(std::move(leaf), {16, 32}, green);
 }
 
 void Furnisher::add_plant() {
-  const Vec3 foot{-2060.0F, floor_height, 3480.0F};
+  const Vec3 foot{-2270.0F, kFloorHeight, 3480.0F};
   add(make_tube({{foot - Vec3{0, 330, 0}, 165, 165},
                  {foot - Vec3{0, 290, 0}, 172, 172},
                  {foot - Vec3{0, 150, 0}, 150, 150},

@@ -18,7 +18,7 @@ struct Furniture {
   std::vector<Obstacle> obstacles;
 };
 
-constexpr float back_wall_depth = 4000.0F;
+constexpr float kBackWallDepth = 4000.0F;
 
 // Painted, and darkened where it stands close together.
 Furniture furnish_room();

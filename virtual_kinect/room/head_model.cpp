@@ -10,15 +10,15 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr int grid_columns = 145;  // odd: one column runs down the middle of the face
-constexpr int grid_rows = 121;
-const cv::Size texture_size(768, 576);
+constexpr int kGridColumns = 145;  // odd: one column runs down the middle of the face
+constexpr int kGridRows = 121;
+const cv::Size kTextureSize(768, 576);
 
 // Columns and rows lie closer together on the face than on the rest of the head.
 Vec3 grid_direction(float u, float v) {
   const float side = 2.0F * u - 1.0F;
-  const float azimuth = pi * side * (0.5F + 0.5F * side * side);
-  const float polar = pi * v + 0.18F * std::sin(2.0F * pi * v);
+  const float azimuth = kPi * side * (0.5F + 0.5F * side * side);
+  const float polar = kPi * v + 0.18F * std::sin(2.0F * kPi * v);
   return {std::sin(polar) * std::sin(azimuth), -std::cos(polar),
           -std::sin(polar) * std::cos(azimuth)};
 }
@@ -30,19 +30,19 @@ Vec3 mirrored(const Vec3& p) { return {-p.x, p.y, p.z}; }
 Surface make_head(const HeadLook& look) {
   const HeadShape shape(look);
   Surface head;
-  head.columns = grid_columns;
-  head.rows = grid_rows;
-  const std::size_t count = head.index(0, grid_rows);
+  head.columns = kGridColumns;
+  head.rows = kGridRows;
+  const std::size_t count = head.index(0, kGridRows);
   head.points.resize(count);
   head.normals.resize(count);
   head.openness.resize(count);
   std::vector<float> hair_cover(count);
-  for (int row = 0; row < grid_rows; ++row) {
-    for (int column = grid_columns / 2; column < grid_columns; ++column) {
-      const float u = static_cast<float>(column) / static_cast<float>(grid_columns - 1);
-      const float v = static_cast<float>(row) / static_cast<float>(grid_rows - 1);
+  for (int row = 0; row < kGridRows; ++row) {
+    for (int column = kGridColumns / 2; column < kGridColumns; ++column) {
+      const float u = static_cast<float>(column) / static_cast<float>(kGridColumns - 1);
+      const float v = static_cast<float>(row) / static_cast<float>(kGridRows - 1);
       const std::size_t right = head.index(column, row);
-      const std::size_t left = head.index(grid_columns - 1 - column, row);
+      const std::size_t left = head.index(kGridColumns - 1 - column, row);
       const Vec3 p = shape.surface_point(grid_direction(u, v));
       const Vec3 n = shape.normal(p);
       head.points[right] = p;
@@ -55,7 +55,7 @@ Surface make_head(const HeadLook& look) {
   }
   head.gloss = 0.16F;
   const FacePaint face(look);
-  paint(head, texture_size, [&](float u, float v, const Vec3& p) {
+  paint(head, kTextureSize, [&](float u, float v, const Vec3& p) {
     return face.at(p, interpolated(head, hair_cover, u, v));
   });
   return head;

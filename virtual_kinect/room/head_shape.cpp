@@ -7,7 +7,7 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float no_surface = 1e6F;
+constexpr float kNoSurface = 1e6F;
 
 float smooth_min(float a, float b, float blend) {
   const float h = std::max(blend - std::fabs(a - b), 0.0F) / blend;
@@ -61,7 +61,7 @@ void HeadShape::add_hair(const HeadLook& look) {
       hair_ = {{{0, -50, 22}, {88, 88, 102}, 1},
                {{64, 20, 34}, {32, 90, 62}, 30},
                {{66, 60, 10}, {22, 60, 40}, 20},
-               {{48, -78, -52}, {34, 34, 32}, 24},
+               {{40, -79, -53}, {41, 34, 31}, 24},
                {{0, 60, 66}, {70, 90, 52}, 30}};
       break;
     case HairCut::bald:
@@ -79,7 +79,7 @@ float HeadShape::distance(const Ellipsoid& ellipsoid, const Vec3& p) {
 }
 
 float HeadShape::skin_distance(const Vec3& p) const {
-  float d = no_surface;
+  float d = kNoSurface;
   for (const Ellipsoid& part : flesh_) {
     d = smooth_min(d, distance(part, p), part.blend);
   }
@@ -93,7 +93,7 @@ float HeadShape::skin_distance(const Vec3& p) const {
 }
 
 float HeadShape::hair_distance(const Vec3& p) const {
-  float d = no_surface;
+  float d = kNoSurface;
   for (const Ellipsoid& lock : hair_) {
     d = smooth_min(d, distance(lock, p), lock.blend);
   }
@@ -124,11 +124,11 @@ Vec3 HeadShape::surface_point(const Vec3& direction) const {
 }
 
 Vec3 HeadShape::normal(const Vec3& p) const {
-  constexpr float e = 0.7F;
-  const float a = distance(p + Vec3{e, -e, -e});
-  const float b = distance(p + Vec3{-e, -e, e});
-  const float c = distance(p + Vec3{-e, e, -e});
-  const float d = distance(p + Vec3{e, e, e});
+  constexpr float kStep = 0.7F;
+  const float a = distance(p + Vec3{kStep, -kStep, -kStep});
+  const float b = distance(p + Vec3{-kStep, -kStep, kStep});
+  const float c = distance(p + Vec3{-kStep, kStep, -kStep});
+  const float d = distance(p + Vec3{kStep, kStep, kStep});
   return normalized({a - b - c + d, -a - b + c + d, -a + b - c + d});
 }
 

@@ -7,13 +7,13 @@ namespace halcyra::virtual_kinect::room {
 namespace {
 
 // A large window to the left, behind the camera, does most of it.
-const Vec3 to_window = normalized({-0.50F, -0.42F, -0.76F});
-constexpr Vec3 window_color{1.02F, 1.0F, 0.97F};
-constexpr Vec3 sky_color{0.36F, 0.385F, 0.42F};
-constexpr Vec3 floor_color{0.25F, 0.22F, 0.19F};
-constexpr Vec3 lamp_color{0.62F, 0.45F, 0.25F};
-constexpr float lamp_reach = 900.0F;
-constexpr float lamp_spill = 0.035F;  // what the walls throw back
+const Vec3 kToWindow = normalized({-0.50F, -0.42F, -0.76F});
+constexpr Vec3 kWindowColor{1.02F, 1.0F, 0.97F};
+constexpr Vec3 kSkyColor{0.36F, 0.385F, 0.42F};
+constexpr Vec3 kFloorColor{0.25F, 0.22F, 0.19F};
+constexpr Vec3 kLampColor{0.62F, 0.45F, 0.25F};
+constexpr float kLampReach = 900.0F;
+constexpr float kLampSpill = 0.035F;  // what the walls throw back
 
 // Displays encode light by about its square root.
 Vec3 displayed(const Vec3& light) {
@@ -26,18 +26,18 @@ float wrapped(float cosine, float wrap) { return std::fmax(0.0F, (cosine + wrap)
 
 ShadeParts shade_parts(const Vec3& point, const Vec3& normal, float openness, float wrap) {
   const float up = 0.5F - 0.5F * normal.y;
-  const float direct = 0.80F * wrapped(dot(normal, to_window), wrap) * (0.35F + 0.65F * openness);
-  const Vec3 ambient = mix(floor_color, sky_color, up) * openness;
-  const Vec3 to_lamp = lamp_position - point;
-  const float distance = length(to_lamp) / lamp_reach;
+  const float direct = 0.80F * wrapped(dot(normal, kToWindow), wrap) * (0.35F + 0.65F * openness);
+  const Vec3 ambient = mix(kFloorColor, kSkyColor, up) * openness;
+  const Vec3 to_lamp = kLampPosition - point;
+  const float distance = length(to_lamp) / kLampReach;
   const float cosine = dot(normal, to_lamp) / std::fmax(length(to_lamp), 1.0F);
   const float near = wrapped(cosine, wrap) / (0.25F + distance * distance);
-  const Vec3 lamp = lamp_color * (openness * (near + lamp_spill));
-  return {displayed(window_color * direct + ambient), displayed(lamp) * 0.55F};
+  const Vec3 lamp = kLampColor * (openness * (near + kLampSpill));
+  return {displayed(kWindowColor * direct + ambient), displayed(lamp) * 0.55F};
 }
 
 float highlight(const Vec3& point, const Vec3& normal) {
-  const Vec3 half = normalized(to_window - normalized(point));
+  const Vec3 half = normalized(kToWindow - normalized(point));
   const float cosine = std::fmax(0.0F, dot(normal, half));
   const float squared = cosine * cosine;
   const float eighth = squared * squared * squared * squared;

@@ -11,7 +11,7 @@ struct LightLevels {
   float lamp = 1.0F;
 };
 
-constexpr Vec3 lamp_position{1560.0F, -330.0F, 3300.0F};
+constexpr Vec3 kLampPosition{1560.0F, -330.0F, 3300.0F};
 
 // Displayed brightness per colour (red, green, blue) of a white surface under each source alone.
 struct ShadeParts {

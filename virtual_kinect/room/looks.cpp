@@ -67,8 +67,8 @@ PersonLook guest_look() {
   look.head.eye_distance = 1.02F;
   look.head.eye_size = 0.92F;
   look.head.lips = 1.15F;
-  look.head.beard = 0.95F;
-  look.head.wrinkles = 1.0F;
+  look.head.beard = 1.1F;
+  look.head.wrinkles = 1.35F;
   look.head.brow_weight = 1.3F;
   look.head.glasses = true;
   look.head.hair_cut = HairCut::bald;

@@ -59,7 +59,7 @@ struct PersonLook {
 };
 
 enum class Person { owner, visitor, guest };
-constexpr std::array<Person, 3> all_people = {Person::owner, Person::visitor, Person::guest};
+constexpr std::array<Person, 3> kAllPeople = {Person::owner, Person::visitor, Person::guest};
 
 const PersonLook& look_of(Person person);
 

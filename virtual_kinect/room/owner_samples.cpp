@@ -69,19 +69,7 @@ const std::vector<Stage>& stages() {
   return all;
 }
 
-cv::Rect frame_of(const Shot& shot) {
-  const float scale = color_camera.focal / shot.z;
-  const float head_height =
-      floor_height + head_joint.y * look_of(Person::owner).body.height - shot.frame_rise;
-  const float side = shot.frame_side * scale;
-  const float left = color_camera.column({shot.x + shot.frame_shift, 0.0F, shot.z}) - 0.5F * side;
-  const float top = color_camera.row({0.0F, head_height, shot.z}) - 0.5F * side;
-  return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(side),
-          static_cast<int>(side)};
-}
-
-cv::Mat take(const Renderer& renderer, const Shot& shot, std::uint64_t number) {
-  Scene scene;
+Posture posture_for(const Shot& shot) {
   Posture posture;
   posture.x = shot.x;
   posture.z = shot.z;
@@ -89,10 +77,25 @@ cv::Mat take(const Renderer& renderer, const Shot& shot, std::uint64_t number) {
   posture.head_yaw = shot.head_yaw;
   posture.head_pitch = shot.head_pitch;
   posture.head_roll = shot.head_roll;
-  scene.people = {{Person::owner, posture}};
-  scene.light = {shot.daylight, shot.lamp};
+  return posture;
+}
+
+cv::Rect frame_of(const Shot& shot) {
+  const float scale = kColorCamera.focal / shot.z;
+  const float head_height = head_position(look_of(Person::owner).body, posture_for(shot)).y;
+  const float side = shot.frame_side * scale;
+  const float left = kColorCamera.column({shot.x + shot.frame_shift, 0.0F, shot.z}) - 0.5F * side;
+  const float top = kColorCamera.row({0.0F, head_height - shot.frame_rise, shot.z}) - 0.5F * side;
+  return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(side),
+          static_cast<int>(side)};
+}
+
+cv::Mat take(const Renderer& renderer, const Shot& shot, std::uint64_t number) {
+  Moment moment;
+  moment.people = {{Person::owner, posture_for(shot)}};
+  moment.light = {shot.daylight, shot.lamp};
   cv::Mat grey;
-  cv::cvtColor(renderer.render_color(scene, number), grey, cv::COLOR_BGRA2GRAY);
+  cv::cvtColor(renderer.render_color(moment, number), grey, cv::COLOR_BGRA2GRAY);
   cv::Mat face;
   cv::equalizeHist(grey(frame_of(shot)), face);  // as enrolment does it with what it sees
   return face;
@@ -101,7 +104,7 @@ cv::Mat take(const Renderer& renderer, const Shot& shot, std::uint64_t number) {
 }  // namespace
 
 void write_owner_samples(const fs::path& folder) {
-  const Renderer renderer(usual_seed + 1);
+  const Renderer renderer(kUsualSeed + 1);
   std::uint64_t number = 0;
   for (const Stage& stage : stages()) {
     const fs::path stage_folder = folder / stage.name;

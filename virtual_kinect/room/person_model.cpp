@@ -8,9 +8,28 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float arm_swing = 22.0F;
-constexpr float thigh_swing = 26.0F;
-constexpr float knee_bend = 38.0F;
+constexpr float kArmSwing = 22.0F;
+constexpr float kElbowBend = 14.0F;  // of a hanging arm
+constexpr float kKneeBend = 52.0F;
+constexpr float kLegLength = kThighLength + kShinLength;
+
+// The angles of one leg in degrees; `swing` forwards, `bend` backwards.
+struct LegAngles {
+  float swing = 0.0F;
+  float bend = 0.0F;
+  float toe_drop = 0.0F;
+};
+
+// A foot on the floor stays where it is while the body passes over it, for one step; it then comes
+// forward through the air for the next. `phase` counts steps from when it touches down.
+LegAngles leg_angles(float phase, float step_share) {
+  const float in_cycle = phase - 2.0F * std::floor(0.5F * phase);
+  const float in_air = std::fmax(0.0F, in_cycle - 1.0F);
+  const float ahead = in_air > 0.0F ? smoothstep(0.0F, 1.0F, in_air) - 0.5F : 0.5F - in_cycle;
+  const float reach = step_share * ahead * kStepLength / kLegLength;
+  const float bend = step_share * kKneeBend * std::sin(kPi * in_air);
+  return {degrees(std::asin(reach)) + 0.5F * bend, bend, 0.4F * bend};
+}
 
 Vec3 on_side(const Vec3& joint, float side, float widths) {
   return {joint.x * side * widths, joint.y, joint.z};
@@ -18,20 +37,51 @@ Vec3 on_side(const Vec3& joint, float side, float widths) {
 
 void add_arm(std::vector<PlacedPart>& parts, const PersonModel& model, const Pose& person,
              float side, float swing) {
-  const Pose arm = person * shifted(on_side(shoulder_joint, side, model.look.body.shoulders)) *
+  const Pose arm = person * shifted(on_side(kShoulderJoint, side, model.look.body.shoulders)) *
                    turned_about_z(-side * 3.5F) * turned_about_x(-swing);
-  parts.push_back({&model.body.arm, arm, false});
-  parts.push_back({&model.body.hand, arm, true});
+  // Half a turn brings the inner side of the other arm to its right.
+  parts.push_back({&model.body.upper_arm, side > 0.0F ? arm : arm * turned_about_y(180.0F), false});
+  const float bend = kElbowBend + 0.5F * std::fmax(0.0F, swing);
+  const Pose forearm = arm * shifted({0.0F, kUpperArmLength, 0.0F}) * turned_about_x(-bend);
+  parts.push_back({&model.body.forearm, forearm, false});
+  const Pose hand = forearm * shifted({0.0F, kForearmLength, 0.0F});
+  parts.push_back({&model.body.hand, hand, true});
+  parts.push_back({&model.body.thumb, hand, true});
 }
 
 void add_leg(std::vector<PlacedPart>& parts, const PersonModel& model, const Pose& person,
-             float side, float swing, float bend) {
-  const Pose thigh =
-      person * shifted(on_side(hip_joint, side, model.look.body.girth)) * turned_about_x(-swing);
-  const Pose shin = thigh * shifted({0.0F, thigh_length, 0.0F}) * turned_about_x(bend);
+             float side, const LegAngles& angles) {
+  const Pose thigh = person * shifted(on_side(kHipJoint, side, model.look.body.girth)) *
+                     turned_about_x(-angles.swing);
+  const Pose shin = thigh * shifted({0.0F, kThighLength, 0.0F}) * turned_about_x(angles.bend);
+  const Pose shoe = shin * shifted({0.0F, kShinLength, 0.0F}) *
+                    turned_about_x(angles.swing - angles.bend + angles.toe_drop);
   parts.push_back({&model.body.thigh, thigh, false});
   parts.push_back({&model.body.shin, shin, false});
-  parts.push_back({&model.body.shoe, shin, false});
+  parts.push_back({&model.body.shoe, shoe, false});
+}
+
+Pose scaled(const Pose& pose, float factor) {
+  return {pose.x_axis * factor, pose.y_axis * factor, pose.z_axis * factor, pose.origin};
+}
+
+struct Stance {
+  Pose person;  // from coordinates of an average body
+  LegAngles left;
+  LegAngles right;
+};
+
+Stance stance(const BodyLook& look, const Posture& posture) {
+  const float step_share = posture.stride_width / look.height;
+  Stance result;
+  result.left = leg_angles(posture.stride, step_share);
+  result.right = leg_angles(posture.stride + 1.0F, step_share);
+  // The straight leg of the two carries the body.
+  const float lean = radians(result.left.bend == 0.0F ? result.left.swing : result.right.swing);
+  const float sink = look.height * kLegLength * (1.0F - std::cos(lean));
+  const Pose place = shifted({posture.x, kFloorHeight + sink, posture.z});
+  result.person = scaled(place * turned_about_y(posture.body_yaw), look.height);
+  return result;
 }
 
 }  // namespace
@@ -40,33 +90,24 @@ PersonModel make_person(const PersonLook& look) {
   return {look, make_head(look.head), make_body(look.body, look.head)};
 }
 
-std::vector<PlacedPart> placed_parts(const PersonModel& model, const Posture& posture) {
-  const float swing = std::sin(pi * posture.stride) * posture.stride_width;
-  const float lift = std::cos(pi * posture.stride) * posture.stride_width;
-  const float bob = 14.0F * swing * swing;
-  const float height = model.look.body.height;
-  Pose person =
-      shifted({posture.x, floor_height + bob, posture.z}) * turned_about_y(posture.body_yaw);
-  Pose upright = person;
-  upright.x_axis = person.x_axis * height;
-  upright.y_axis = person.y_axis * height;
-  upright.z_axis = person.z_axis * height;
+Vec3 head_position(const BodyLook& look, const Posture& posture) {
+  return stance(look, posture).person.place(kHeadJoint);
+}
 
+std::vector<PlacedPart> placed_parts(const PersonModel& model, const Posture& posture) {
+  const auto [person, left, right] = stance(model.look.body, posture);
   std::vector<PlacedPart> parts;
+  const float arm_swing = kArmSwing * posture.stride_width * std::cos(kPi * posture.stride);
+  add_arm(parts, model, person, -1.0F, -arm_swing);
+  add_arm(parts, model, person, 1.0F, arm_swing);
   // Heads differ less than bodies do, so they are not scaled with them.
-  const Vec3 neck = upright.place(head_joint);
-  const Pose head = shifted(neck) * turned_about_y(posture.head_yaw) *
+  const Pose head = shifted(person.place(kHeadJoint)) * turned_about_y(posture.head_yaw) *
                     turned_about_x(posture.head_pitch) * turned_about_z(posture.head_roll);
-  for (const float side : {-1.0F, 1.0F}) {
-    add_arm(parts, model, upright, side, -side * arm_swing * swing);
-  }
   parts.push_back({&model.head, head, true});
-  parts.push_back({&model.body.torso, upright, false});
-  parts.push_back({&model.body.neck, upright, true});
-  for (const float side : {-1.0F, 1.0F}) {
-    add_leg(parts, model, upright, side, side * thigh_swing * swing,
-            knee_bend * std::fmax(0.0F, side * lift));
-  }
+  parts.push_back({&model.body.torso, person, false});
+  parts.push_back({&model.body.neck, person, true});
+  add_leg(parts, model, person, -1.0F, left);
+  add_leg(parts, model, person, 1.0F, right);
   return parts;
 }
 

@@ -24,9 +24,9 @@ struct Posture {
   float z = 2000.0F;
   float body_yaw = 0.0F;
   float head_yaw = 0.0F;
-  float head_pitch = 0.0F;  // down
-  float head_roll = 0.0F;   // to the picture's right
-  float stride = 0.0F;  // where in the walk, in steps of one foot; a whole number: feet together
+  float head_pitch = 0.0F;    // down
+  float head_roll = 0.0F;     // to the picture's right
+  float stride = 0.0F;        // steps walked, each of kStepLength
   float stride_width = 0.0F;  // 0 stands, 1 walks
 };
 
@@ -36,8 +36,13 @@ struct PlacedPart {
   bool is_skin;
 };
 
+constexpr float kStepLength = 620.0F;
+
 // The camera's height above the floor, and of the room's ceiling above the camera.
-constexpr float floor_height = 1350.0F;
+constexpr float kFloorHeight = 1350.0F;
+
+// Where the middle of the head is: between the ears, at the height of the eyes.
+Vec3 head_position(const BodyLook& look, const Posture& posture);
 
 std::vector<PlacedPart> placed_parts(const PersonModel& model, const Posture& posture);
 

@@ -23,7 +23,7 @@ struct Pinhole {
   }
 };
 
-constexpr Pinhole color_camera{1920, 1080, 1066.0F};
-constexpr Pinhole depth_camera{512, 424, 365.5F};
+constexpr Pinhole kColorCamera{1920, 1080, 1066.0F};
+constexpr Pinhole kDepthCamera{512, 424, 365.5F};
 
 }  // namespace halcyra::virtual_kinect::room

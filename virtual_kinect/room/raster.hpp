@@ -51,9 +51,9 @@ void fill_triangle(const Corner& a, const Corner& b, const Corner& c, const cv::
     along_c[i] = c.values[i] - a.values[i];
     step[i] = weight_step_b * along_b[i] + weight_step_c * along_c[i];
   }
-  constexpr float rim = -1e-5F;
+  constexpr float kRim = -1e-5F;
   const auto is_inside = [](float weight_b, float weight_c) {
-    return weight_b >= rim && weight_c >= rim && weight_b + weight_c <= 1.0F - rim;
+    return weight_b >= kRim && weight_c >= kRim && weight_b + weight_c <= 1.0F - kRim;
   };
   const float dx = static_cast<float>(left) + 0.5F - a.x;
   for (int row = top; row <= bottom; ++row) {

@@ -14,12 +14,12 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float skin_wrap = 0.25F;
-constexpr float cloth_wrap = 0.1F;
+constexpr float kSkinWrap = 0.25F;
+constexpr float kClothWrap = 0.35F;
 
 std::map<Person, PersonModel> make_people() {
   std::map<Person, PersonModel> people;
-  for (const Person person : all_people) {
+  for (const Person person : kAllPeople) {
     people.emplace(person, make_person(look_of(person)));
   }
   return people;
@@ -65,7 +65,7 @@ void Renderer::draw_person(const ColorCanvas& canvas, const Presence& presence,
   for (const PlacedPart& part : placed_parts(people_.at(presence.person), presence.posture)) {
     const cv::Rect covered = extent(canvas.camera, *part.surface, part.pose);
     if (!covered.empty()) {
-      draw(canvas, *part.surface, part.pose, light, part.is_skin ? skin_wrap : cloth_wrap);
+      draw(canvas, *part.surface, part.pose, light, part.is_skin ? kSkinWrap : kClothWrap);
       area |= covered;
     }
   }
@@ -74,28 +74,28 @@ void Renderer::draw_person(const ColorCanvas& canvas, const Presence& presence,
   }
 }
 
-cv::Mat Renderer::render_color(const Scene& scene, std::uint64_t set) const {
-  cv::Mat picture = lit_room(scene.light).clone();
-  for (const Presence& presence : scene.people) {
+cv::Mat Renderer::render_color(const Moment& moment, std::uint64_t set) const {
+  cv::Mat picture = lit_room(moment.light).clone();
+  for (const Presence& presence : moment.people) {
     add_contact_shadow(picture, backdrop_.color_nearness, presence.posture);
   }
-  if (!scene.people.empty()) {
-    const ColorCanvas canvas{color_camera, picture, backdrop_.color_nearness.clone()};
-    for (const Presence& presence : scene.people) {
-      draw_person(canvas, presence, scene.light);
+  if (!moment.people.empty()) {
+    const ColorCanvas canvas{kColorCamera, picture, backdrop_.color_nearness.clone()};
+    for (const Presence& presence : moment.people) {
+      draw_person(canvas, presence, moment.light);
     }
   }
-  if (scene.defocus > 0.3F) {
-    defocus(picture, scene.defocus);
+  if (moment.defocus > 0.3F) {
+    defocus(picture, moment.defocus);
   }
   noise_.add_to_color(picture, set);
   return picture;
 }
 
-InfraredAndDepth Renderer::render_depth(const Scene& scene, std::uint64_t set) const {
-  const DepthCanvas canvas{depth_camera, backdrop_.depth_nearness.clone(),
+InfraredAndDepth Renderer::render_depth(const Moment& moment, std::uint64_t set) const {
+  const DepthCanvas canvas{kDepthCamera, backdrop_.depth_nearness.clone(),
                            backdrop_.depth_echo.clone()};
-  for (const Presence& presence : scene.people) {
+  for (const Presence& presence : moment.people) {
     for (const PlacedPart& part : placed_parts(people_.at(presence.person), presence.posture)) {
       draw(canvas, *part.surface, part.pose);
     }

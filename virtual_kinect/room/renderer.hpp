@@ -1,4 +1,4 @@
-// Turns a scene into what the sensor sees of it.
+// Turns a moment into what the sensor sees of it.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,8 @@ class Renderer {
   explicit Renderer(std::uint32_t seed);
 
   // 8-bit B, G, R, X. The set number chooses the noise alone.
-  cv::Mat render_color(const Scene& scene, std::uint64_t set) const;
-  InfraredAndDepth render_depth(const Scene& scene, std::uint64_t set) const;
+  cv::Mat render_color(const Moment& moment, std::uint64_t set) const;
+  InfraredAndDepth render_depth(const Moment& moment, std::uint64_t set) const;
 
  private:
   void draw_person(const ColorCanvas& canvas, const Presence& presence,

@@ -10,22 +10,22 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float ceiling = -1270.0F;
-constexpr float half_width = 3150.0F;
-constexpr float front = 2000.0F;
-constexpr float depth = back_wall_depth;
-constexpr float room_height = floor_height - ceiling;
-constexpr float grid = 70.0F;
+constexpr float kCeiling = -1270.0F;
+constexpr float kHalfWidth = 3150.0F;
+constexpr float kFront = 2000.0F;
+constexpr float kDepth = kBackWallDepth;
+constexpr float kRoomHeight = kFloorHeight - kCeiling;
+constexpr float kGrid = 70.0F;
 
-constexpr Vec3 window_corner{-2650.0F, -900.0F, depth - 12.0F};
-constexpr Vec3 window_size{1250.0F, 1150.0F, 0.0F};
-constexpr Vec3 painting_corner{-1130.0F, -620.0F, depth - 26.0F};
-constexpr Vec3 painting_size{600.0F, 440.0F, 0.0F};
+constexpr Vec3 kWindowCorner{-2650.0F, -900.0F, kDepth - 12.0F};
+constexpr Vec3 kWindowSize{1250.0F, 1150.0F, 0.0F};
+constexpr Vec3 kPaintingCorner{-1130.0F, -620.0F, kDepth - 26.0F};
+constexpr Vec3 kPaintingSize{600.0F, 440.0F, 0.0F};
 
 Reflectance wall_paint(float, float, const Vec3& p) {
   const float roller = 0.012F * layered_noise(p * 0.012F, 61) + 0.008F * value_noise(p * 0.1F, 62);
-  if (p.y > floor_height - 95.0F) {
-    const bool edge = p.y < floor_height - 88.0F;
+  if (p.y > kFloorHeight - 95.0F) {
+    const bool edge = p.y < kFloorHeight - 88.0F;
     return {Vec3{0.90F, 0.89F, 0.86F} * (edge ? 0.8F : 1.0F), 0.7F};
   }
   return {Vec3{0.79F, 0.765F, 0.70F} * (1.0F + roller), 0.68F};
@@ -37,17 +37,19 @@ Reflectance floor_boards(float, float, const Vec3& p) {
   const float shift = 1900.0F * hash_unit(row);
   const float plank = std::floor((p.x + shift + 9000.0F) / 1900.0F);
   const auto number = static_cast<std::uint32_t>(plank) * 31U + row;
-  const float tone = 0.90F + 0.2F * hash_unit(number);
+  const float tone = 0.97F + 0.06F * hash_unit(number);
   const float grain = layered_noise({p.x * 0.004F, 0.0F, p.z * 0.06F}, number + 63U);
-  const float gap = std::fmod(p.z, 130.0F) < 5.0F ? 0.6F : 1.0F;
-  return {Vec3{0.60F, 0.44F, 0.30F} * (tone * gap * (1.0F + 0.12F * grain)), 0.45F};
+  const float gap = std::fmod(p.z, 130.0F) < 5.0F ? 0.93F : 1.0F;
+  return {Vec3{0.60F, 0.44F, 0.30F} *
+              (tone * gap * (1.0F + 0.10F * grain + 0.05F * value_noise(p * 0.09F, 71))),
+          0.45F};
 }
 
 Reflectance rug(float u, float v, const Vec3& p) {
   const float edge = std::fmin(std::fmin(u, 1.0F - u) * 2.6F, std::fmin(v, 1.0F - v));
   const float weave = 0.05F * value_noise(p * 0.12F, 64);
-  const Vec3 color = edge < 0.06F   ? Vec3{0.72F, 0.66F, 0.56F}
-                     : edge < 0.09F ? Vec3{0.45F, 0.28F, 0.25F}
+  const Vec3 color = edge < 0.06F   ? Vec3{0.63F, 0.50F, 0.42F}
+                     : edge < 0.09F ? Vec3{0.55F, 0.36F, 0.31F}
                                     : Vec3{0.62F, 0.42F, 0.36F};
   return {color * (1.0F + weave), 0.55F};
 }
@@ -78,7 +80,7 @@ Reflectance painted_landscape(float u, float v, const Vec3& p) {
 
 Reflectance white_wood(float, float, const Vec3&) { return {{0.92F, 0.91F, 0.88F}, 0.7F}; }
 
-Reflectance dark_frame(float, float, const Vec3&) { return {{0.28F, 0.22F, 0.17F}, 0.35F}; }
+Reflectance oak_frame(float, float, const Vec3&) { return {{0.52F, 0.42F, 0.32F}, 0.35F}; }
 
 void add_frame(std::vector<PaintedSurface>& shell, const Vec3& corner, const Vec3& size,
                float width, Reflectance (*reflectance)(float, float, const Vec3&)) {
@@ -97,18 +99,19 @@ void add_frame(std::vector<PaintedSurface>& shell, const Vec3& corner, const Vec
 }
 
 void add_window(std::vector<PaintedSurface>& shell) {
-  Surface glass = make_sheet(window_corner, {window_size.x, 0, 0}, {0, window_size.y, 0}, grid);
+  Surface glass = make_sheet(kWindowCorner, {kWindowSize.x, 0, 0}, {0, kWindowSize.y, 0}, kGrid);
   glass.daylight_glow = 0.22F;
   shell.push_back({std::move(glass), {512, 448}, view_outside});
-  add_frame(shell, window_corner, window_size, 55.0F, white_wood);
-  const Vec3 middle = window_corner + window_size * 0.5F;
-  for (Surface& bar : make_box({middle.x - 22, window_corner.y, depth - 34},
-                               {middle.x + 22, window_corner.y + window_size.y, depth - 12}, 120)) {
+  add_frame(shell, kWindowCorner, kWindowSize, 55.0F, white_wood);
+  const Vec3 middle = kWindowCorner + kWindowSize * 0.5F;
+  for (Surface& bar :
+       make_box({middle.x - 22, kWindowCorner.y, kDepth - 34},
+                {middle.x + 22, kWindowCorner.y + kWindowSize.y, kDepth - 12}, 120)) {
     shell.push_back({std::move(bar), {16, 16}, white_wood});
   }
-  const float sill = window_corner.y + window_size.y + 50.0F;
-  for (Surface& face : make_box({window_corner.x - 90, sill, depth - 150},
-                                {window_corner.x + window_size.x + 90, sill + 34, depth}, 120)) {
+  const float sill = kWindowCorner.y + kWindowSize.y + 50.0F;
+  for (Surface& face : make_box({kWindowCorner.x - 90, sill, kDepth - 150},
+                                {kWindowCorner.x + kWindowSize.x + 90, sill + 34, kDepth}, 120)) {
     shell.push_back({std::move(face), {16, 16}, white_wood});
   }
 }
@@ -116,7 +119,7 @@ void add_window(std::vector<PaintedSurface>& shell) {
 void add_curtain(std::vector<PaintedSurface>& shell, float left, float right) {
   Surface curtain = make_surface(90, 20, [=](float u, float v) {
     const float wave = 24.0F * std::sin(u * 40.0F + 1.5F * std::sin(u * 9.0F)) * (0.6F + 0.4F * v);
-    return Vec3{mix(left, right, u), mix(-1090.0F, 1180.0F, v), depth - 90.0F + wave};
+    return Vec3{mix(left, right, u), mix(-1090.0F, 1180.0F, v), kDepth - 90.0F + wave};
   });
   for (std::size_t i = 0; i < curtain.points.size(); ++i) {
     curtain.openness[i] = 1.0F;
@@ -132,48 +135,48 @@ void add_curtain(std::vector<PaintedSurface>& shell, float left, float right) {
 
 std::vector<PaintedSurface> make_shell() {
   std::vector<PaintedSurface> shell;
-  const float length = depth - front;
+  const float length = kDepth - kFront;
+  shell.push_back({make_sheet({-kHalfWidth, kCeiling, kDepth}, {2 * kHalfWidth, 0, 0},
+                              {0, kRoomHeight, 0}, kGrid),
+                   {640, 320},
+                   wall_paint});
   shell.push_back(
-      {make_sheet({-half_width, ceiling, depth}, {2 * half_width, 0, 0}, {0, room_height, 0}, grid),
-       {640, 320},
-       wall_paint});
-  shell.push_back(
-      {make_sheet({-half_width, ceiling, front}, {0, 0, length}, {0, room_height, 0}, grid),
+      {make_sheet({-kHalfWidth, kCeiling, kFront}, {0, 0, length}, {0, kRoomHeight, 0}, kGrid),
        {96, 192},
        wall_paint});
   shell.push_back(
-      {make_sheet({half_width, ceiling, depth}, {0, 0, -length}, {0, room_height, 0}, grid),
+      {make_sheet({kHalfWidth, kCeiling, kDepth}, {0, 0, -length}, {0, kRoomHeight, 0}, kGrid),
        {96, 192},
        wall_paint});
-  shell.push_back({make_sheet({-half_width, floor_height, depth}, {2 * half_width, 0, 0},
-                              {0, 0, -length}, grid),
+  shell.push_back({make_sheet({-kHalfWidth, kFloorHeight, kDepth}, {2 * kHalfWidth, 0, 0},
+                              {0, 0, -length}, kGrid),
                    {1280, 384},
                    floor_boards});
   shell.push_back(
-      {make_sheet({-half_width, ceiling, front}, {2 * half_width, 0, 0}, {0, 0, length}, grid),
+      {make_sheet({-kHalfWidth, kCeiling, kFront}, {2 * kHalfWidth, 0, 0}, {0, 0, length}, kGrid),
        {64, 64},
        white_wood});
-  shell.push_back({make_sheet({-1500, floor_height - 8, 3420}, {2300, 0, 0}, {0, 0, -800}, grid),
+  shell.push_back({make_sheet({-1420, kFloorHeight - 8, 3420}, {2220, 0, 0}, {0, 0, -800}, kGrid),
                    {512, 192},
                    rug});
   add_window(shell);
   add_curtain(shell, -2880.0F, -2560.0F);
   add_curtain(shell, -1500.0F, -1240.0F);
   shell.push_back(
-      {make_sheet(painting_corner, {painting_size.x, 0, 0}, {0, painting_size.y, 0}, grid),
+      {make_sheet(kPaintingCorner, {kPaintingSize.x, 0, 0}, {0, kPaintingSize.y, 0}, kGrid),
        {256, 192},
        painted_landscape});
-  add_frame(shell, painting_corner, painting_size, 26.0F, dark_frame);
+  add_frame(shell, kPaintingCorner, kPaintingSize, 26.0F, oak_frame);
   return shell;
 }
 
 std::vector<Obstacle> shell_obstacles() {
-  const float middle = 0.5F * (floor_height + ceiling);
-  return {{{0, middle, depth + 100}, {half_width + 200, room_height, 99}},
-          {{-half_width - 100, middle, depth}, {99, room_height, 4000}},
-          {{half_width + 100, middle, depth}, {99, room_height, 4000}},
-          {{0, floor_height + 100, depth}, {half_width + 200, 99, 4000}},
-          {{0, ceiling - 100, depth}, {half_width + 200, 99, 4000}}};
+  const float middle = 0.5F * (kFloorHeight + kCeiling);
+  return {{{0, middle, kDepth + 100}, {kHalfWidth + 200, kRoomHeight, 99}},
+          {{-kHalfWidth - 100, middle, kDepth}, {99, kRoomHeight, 4000}},
+          {{kHalfWidth + 100, middle, kDepth}, {99, kRoomHeight, 4000}},
+          {{0, kFloorHeight + 100, kDepth}, {kHalfWidth + 200, 99, 4000}},
+          {{0, kCeiling - 100, kDepth}, {kHalfWidth + 200, 99, 4000}}};
 }
 
 }  // namespace halcyra::virtual_kinect::room

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "virtual_kinect/room/renderer.hpp"
+#include "virtual_kinect/room/story.hpp"
 
 namespace halcyra::virtual_kinect::room {
 
@@ -17,7 +18,7 @@ struct Room {
   // Infrared and depth come from one measurement, so the set asked for last is kept.
   const InfraredAndDepth& measurement(std::uint64_t set) {
     if (!measured_set || *measured_set != set) {
-      measured = renderer.render_depth(scene_at(set), set);
+      measured = renderer.render_depth(moment_at(set), set);
       measured_set = set;
     }
     return measured;
@@ -38,7 +39,8 @@ FrameSource open_room(std::uint32_t seed) {
   const auto room = std::make_shared<Room>(seed);
   FrameSource source;
   source.streams = {Frame::Color, Frame::Ir, Frame::Depth};
-  source.image = [room](Frame::Type stream, std::uint64_t set) {
+  source.image = [room](Frame::Type stream, std::uint64_t delivered) {
+    const std::uint64_t set = kOpeningSet + delivered;
     switch (stream) {
       case Frame::Ir:
         return stream_image(room->measurement(set).infrared, Frame::Float);
@@ -47,7 +49,7 @@ FrameSource open_room(std::uint32_t seed) {
       case Frame::Color:
         break;
     }
-    return stream_image(room->renderer.render_color(scene_at(set), set), Frame::BGRX);
+    return stream_image(room->renderer.render_color(moment_at(set), set), Frame::BGRX);
   };
   return source;
 }

@@ -7,9 +7,9 @@
 
 namespace halcyra::virtual_kinect::room {
 
-constexpr std::uint32_t usual_seed = 20;
+constexpr std::uint32_t kUsualSeed = 20;
 
 // Renders every set when it is asked for; the same seed gives the same sets. Takes a second or so.
-FrameSource open_room(std::uint32_t seed = usual_seed);
+FrameSource open_room(std::uint32_t seed = kUsualSeed);
 
 }  // namespace halcyra::virtual_kinect::room

@@ -9,9 +9,9 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float color_deviation = 1.25F;  // grey levels
-constexpr std::size_t color_pixels = std::size_t{1} << 17U;
-constexpr std::size_t float_count = std::size_t{1} << 16U;
+constexpr float kColorDeviation = 1.25F;  // grey levels
+constexpr std::size_t kColorPixels = std::size_t{1} << 17U;
+constexpr std::size_t kFloatCount = std::size_t{1} << 16U;
 
 // The sum of four even distributions, scaled to a deviation of 1.
 float near_normal(std::uint32_t n) {
@@ -23,14 +23,14 @@ float near_normal(std::uint32_t n) {
 }  // namespace
 
 SensorNoise::SensorNoise(std::uint32_t seed) : seed_(hash_bits(seed)) {
-  normal_.resize(float_count);
-  for (std::size_t i = 0; i < float_count; ++i) {
+  normal_.resize(kFloatCount);
+  for (std::size_t i = 0; i < kFloatCount; ++i) {
     normal_[i] = near_normal(static_cast<std::uint32_t>(i) + seed_);
   }
-  steps_.assign(4 * color_pixels, 0);
+  steps_.assign(4 * kColorPixels, 0);
   for (std::size_t i = 0; i < steps_.size(); ++i) {
     if (i % 4 != 3) {
-      const float value = color_deviation * normal_[(i * 7919 + i / float_count) % float_count];
+      const float value = kColorDeviation * normal_[(i * 7919 + i / kFloatCount) % kFloatCount];
       steps_[i] = static_cast<std::int8_t>(std::lround(value));
     }
   }
@@ -44,7 +44,7 @@ std::size_t SensorNoise::place(std::size_t room, std::uint64_t set, std::uint32_
 void SensorNoise::add_to_color(cv::Mat& picture, std::uint64_t set) const {
   const int length = 4 * picture.cols;
   for (int row = 0; row < picture.rows; ++row) {
-    const std::size_t room = color_pixels - static_cast<std::size_t>(picture.cols);
+    const std::size_t room = kColorPixels - static_cast<std::size_t>(picture.cols);
     const std::int8_t* step = &steps_[4 * place(room, set, static_cast<std::uint32_t>(row))];
     uchar* value = picture.ptr(row);
     for (int i = 0; i < length; ++i) {
@@ -56,7 +56,7 @@ void SensorNoise::add_to_color(cv::Mat& picture, std::uint64_t set) const {
 
 const float* SensorNoise::row(int length, int row, std::uint64_t set, std::uint32_t purpose) const {
   const std::uint32_t salt = static_cast<std::uint32_t>(row) + 100000U * purpose;
-  return &normal_[place(float_count - static_cast<std::size_t>(length), set, salt)];
+  return &normal_[place(kFloatCount - static_cast<std::size_t>(length), set, salt)];
 }
 
 }  // namespace halcyra::virtual_kinect::room

@@ -42,7 +42,7 @@ float signed_power(float base, float exponent) {
 Surface make_tube(const std::vector<Ring>& rings, int columns, int rows) {
   return make_surface(columns, rows, [&rings](float u, float v) {
     const Ring ring = ring_at(rings, v);
-    const float azimuth = pi * (2.0F * u - 1.0F);
+    const float azimuth = kPi * (2.0F * u - 1.0F);
     return ring.center +
            Vec3{ring.half_width * std::sin(azimuth), 0.0F, -ring.half_depth * std::cos(azimuth)};
   });
@@ -75,14 +75,14 @@ std::vector<Surface> make_box(const Vec3& least, const Vec3& most, float grid_st
 }
 
 Surface make_cushion(const Vec3& center, const Vec3& half_sizes) {
-  constexpr float roundness = 0.35F;
+  constexpr float kRoundness = 0.35F;
   return make_surface(41, 21, [&](float u, float v) {
-    const float azimuth = pi * (2.0F * u - 1.0F);
-    const float polar = pi * v;
-    const float around = signed_power(std::sin(polar), roundness);
-    const Vec3 unit{around * signed_power(std::sin(azimuth), roundness),
-                    -signed_power(std::cos(polar), roundness),
-                    -around * signed_power(std::cos(azimuth), roundness)};
+    const float azimuth = kPi * (2.0F * u - 1.0F);
+    const float polar = kPi * v;
+    const float around = signed_power(std::sin(polar), kRoundness);
+    const Vec3 unit{around * signed_power(std::sin(azimuth), kRoundness),
+                    -signed_power(std::cos(polar), kRoundness),
+                    -around * signed_power(std::cos(azimuth), kRoundness)};
     return center + multiply(unit, half_sizes);
   });
 }

@@ -126,11 +126,6 @@ const std::vector<LightKey>& lights() {
   return all;
 }
 
-constexpr float step_length = 620.0F;
-
-// The first picture comes this far into the minute: whoever starts the room meets somebody.
-constexpr std::uint64_t opening_set = 4 * sets_per_second;
-
 float distance(const PersonKey& a, const PersonKey& b) { return std::hypot(b.x - a.x, b.z - a.z); }
 
 // The last key that has begun at `time`; not the very last one.
@@ -168,7 +163,7 @@ Posture posture_at(const Visit& visit, float time) {
   posture.body_yaw = mix(from.body_yaw, to.body_yaw, eased);
   posture.head_yaw = mix(from.head_yaw, to.head_yaw, eased);
   posture.head_pitch = mix(from.head_pitch, to.head_pitch, eased);
-  posture.stride = (walked + leg * eased) / step_length;
+  posture.stride = (walked + leg * eased) / kStepLength;
   posture.stride_width =
       std::fmin(1.0F, leg / 500.0F) * smoothstep(0.0F, 0.5F, 4.0F * t * (1.0F - t));
   add_sway(posture, time, 1.7F * static_cast<float>(visit.person));
@@ -177,22 +172,21 @@ Posture posture_at(const Visit& visit, float time) {
 
 }  // namespace
 
-Scene scene_at(std::uint64_t set) {
-  const std::uint64_t moment = (set + opening_set) % story_sets;
-  const float time = static_cast<float>(moment) / static_cast<float>(sets_per_second);
-  Scene scene;
+Moment moment_at(std::uint64_t set) {
+  const float time = static_cast<float>(set % kStorySets) / static_cast<float>(kSetsPerSecond);
+  Moment moment;
   for (const Visit& visit : visits()) {
     if (time >= visit.keys.front().time && time < visit.keys.back().time) {
-      scene.people.push_back({visit.person, posture_at(visit, time)});
+      moment.people.push_back({visit.person, posture_at(visit, time)});
     }
   }
   const std::size_t at = key_before(lights(), time);
   const LightKey& from = lights()[at];
   const LightKey& to = lights()[at + 1];
   const float t = smoothstep(from.time, to.time, time);
-  scene.light = {mix(from.daylight, to.daylight, t), mix(from.lamp, to.lamp, t)};
-  scene.defocus = mix(from.defocus, to.defocus, t);
-  return scene;
+  moment.light = {mix(from.daylight, to.daylight, t), mix(from.lamp, to.lamp, t)};
+  moment.defocus = mix(from.defocus, to.defocus, t);
+  return moment;
 }
 
 }  // namespace halcyra::virtual_kinect::room

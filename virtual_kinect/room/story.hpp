@@ -10,20 +10,24 @@
 
 namespace halcyra::virtual_kinect::room {
 
-constexpr std::uint64_t sets_per_second = 30;
-constexpr std::uint64_t story_sets = 60 * sets_per_second;  // then it starts again
+constexpr std::uint64_t kSetsPerSecond = 30;
+constexpr std::uint64_t kStorySets = 60 * kSetsPerSecond;  // then it starts again
 
 struct Presence {
   Person person;
   Posture posture;
 };
 
-struct Scene {
+struct Moment {
   std::vector<Presence> people;
   LightLevels light;
   float defocus = 0.0F;  // radius of the blur in colour pixels
 };
 
-Scene scene_at(std::uint64_t set);
+Moment moment_at(std::uint64_t set);
+
+// The set of the story that a sensor in the room delivers first: whoever switches it on meets
+// somebody.
+constexpr std::uint64_t kOpeningSet = 4 * kSetsPerSecond;
 
 }  // namespace halcyra::virtual_kinect::room

@@ -8,7 +8,7 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr int least_mip_side = 8;
+constexpr int kLeastMipSide = 8;
 
 uchar to_byte(float share) { return static_cast<uchar>(255.0F * clamp01(share) + 0.5F); }
 
@@ -85,7 +85,7 @@ void paint(Surface& surface, cv::Size size,
     }
   }
   surface.texture_mips = {texture};
-  while (std::min(texture.rows, texture.cols) >= 2 * least_mip_side) {
+  while (std::min(texture.rows, texture.cols) >= 2 * kLeastMipSide) {
     cv::Mat half;
     cv::resize(texture, half, {texture.cols / 2, texture.rows / 2}, 0, 0, cv::INTER_AREA);
     surface.texture_mips.push_back(half);

@@ -32,7 +32,8 @@ inline float smoothstep(float from, float to, float t) {
   return s * s * (3.0F - 2.0F * s);
 }
 
-constexpr float pi = 3.14159265F;
-inline float radians(float degrees) { return degrees * (pi / 180.0F); }
+constexpr float kPi = 3.14159265F;
+inline float radians(float angle) { return angle * (kPi / 180.0F); }
+inline float degrees(float angle) { return angle * (180.0F / kPi); }
 
 }  // namespace halcyra::virtual_kinect::room
