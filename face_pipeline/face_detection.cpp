@@ -7,6 +7,8 @@
 #include <opencv2/imgproc.hpp>
 
 #include "face_pipeline/detection_merge.hpp"
+#include "face_pipeline/haar/fast_cascade_classifier.hpp"
+#include "face_pipeline/haar/image_pyramid.hpp"
 
 namespace halcyra {
 namespace {
@@ -39,13 +41,83 @@ void append(std::vector<Detection>& detections, const std::vector<cv::Rect>& box
   for (const cv::Rect& box : boxes) detections.push_back({box, detector_type});
 }
 
-// Faces looking to the other side: the profile cascade on the mirrored image.
-std::vector<cv::Rect> detect_mirrored(cv::CascadeClassifier& profile, const cv::Mat& grey,
-                                      const Options& options) {
+DetectionSettings settings_for(const Options& options) {
+  const int least = std::max(1, scaled(options.min_face_size, options.detect_scale));
+  return {options.scale_factor, options.min_neighbors, cv::Size(least, least), cv::Size()};
+}
+
+void scale_back(std::vector<cv::Rect>& boxes, const Options& options) {
+  const double inverse = 1.0 / options.detect_scale;
+  for (cv::Rect& box : boxes) box = scaled(box, inverse);
+}
+
+// A search of the mirrored picture on its own.
+std::vector<cv::Rect> detect_faces_mirrored(cv::CascadeClassifier& cascade, const cv::Mat& grey,
+                                            const Options& options) {
   cv::Mat mirrored;
   cv::flip(grey, mirrored, 1);
-  std::vector<cv::Rect> boxes = detect_faces(profile, mirrored, options);
-  for (cv::Rect& box : boxes) box.x = grey.cols - box.x - box.width;
+  return detect_faces(cascade, mirrored, options);
+}
+
+// Whether shrinking and equalising the mirrored picture gives the mirror image of the shrunken and
+// equalised one. It does where each pixel comes from a square of four; other sizes and scales
+// weight pixels with floats, whose sums depend on their order.
+bool shrinking_mirrors_exactly(const cv::Mat& grey, const Options& options) {
+  return options.detect_scale == 0.5 && grey.cols % 2 == 0 && grey.rows % 2 == 0;
+}
+
+// Passes over one picture. Those that can share its shrunken copy and all that is made of it.
+class Passes {
+ public:
+  Passes(const cv::Mat& grey, const Options& options) : grey_(grey), options_(options) {}
+  ~Passes() {
+    if (pyramid_ != nullptr) pyramid_->forget_picture();
+  }
+  Passes(const Passes&) = delete;
+  Passes& operator=(const Passes&) = delete;
+
+  // Boxes in the picture as it is or, mirrored, in its mirror image.
+  std::vector<cv::Rect> boxes(cv::CascadeClassifier& cascade, Facing facing) {
+    FastCascadeClassifier* const fast = fast_cascade(cascade);
+    if (fast != nullptr && can_share(*fast, facing)) return shared_boxes(*fast, facing);
+    return facing == Facing::kMirrored ? detect_faces_mirrored(cascade, grey_, options_)
+                                       : detect_faces(cascade, grey_, options_);
+  }
+
+ private:
+  // At full scale every pass equalises the caller's pixels anew.
+  bool can_share(FastCascadeClassifier& cascade, Facing facing) {
+    if (!(options_.detect_scale < 1.0) || !(options_.scale_factor > 1.0)) return false;
+    if (facing == Facing::kAsIs) return true;
+    return shrinking_mirrors_exactly(grey_, options_) &&
+           cascade.can_mirror(pyramid_for(cascade).picture().size(), settings_for(options_));
+  }
+
+  std::vector<cv::Rect> shared_boxes(FastCascadeClassifier& cascade, Facing facing) {
+    std::vector<cv::Rect> boxes =
+        cascade.detect(pyramid_for(cascade), facing, settings_for(options_));
+    scale_back(boxes, options_);
+    return boxes;
+  }
+
+  // That of the first cascade serves all.
+  ImagePyramid& pyramid_for(FastCascadeClassifier& cascade) {
+    if (pyramid_ == nullptr) {
+      cascade.pyramid().set_picture(working_image(grey_, options_));
+      pyramid_ = &cascade.pyramid();
+    }
+    return *pyramid_;
+  }
+
+  const cv::Mat& grey_;
+  const Options& options_;
+  ImagePyramid* pyramid_ = nullptr;
+};
+
+// Faces looking to the other side: the profile cascade on the mirrored image.
+std::vector<cv::Rect> detect_mirrored(Passes& passes, cv::CascadeClassifier& profile, int columns) {
+  std::vector<cv::Rect> boxes = passes.boxes(profile, Facing::kMirrored);
+  for (cv::Rect& box : boxes) box.x = columns - box.x - box.width;
   return boxes;
 }
 
@@ -54,26 +126,26 @@ std::vector<cv::Rect> detect_mirrored(cv::CascadeClassifier& profile, const cv::
 std::vector<cv::Rect> detect_faces(cv::CascadeClassifier& cascade, const cv::Mat& grey,
                                    const Options& options) {
   const cv::Mat working = working_image(grey, options);
-  const int least = std::max(1, scaled(options.min_face_size, options.detect_scale));
+  const DetectionSettings settings = settings_for(options);
   std::vector<cv::Rect> boxes;
-  cascade.detectMultiScale(working, boxes, options.scale_factor, options.min_neighbors, 0,
-                           cv::Size(least, least), cv::Size(0, 0));
-  const double inverse = 1.0 / options.detect_scale;
-  for (cv::Rect& box : boxes) box = scaled(box, inverse);
+  cascade.detectMultiScale(working, boxes, settings.scale_factor, settings.min_neighbors, 0,
+                           settings.min_size, settings.max_size);
+  scale_back(boxes, options);
   return boxes;
 }
 
 std::vector<Detection> detect_multi(cv::CascadeClassifier& frontal, cv::CascadeClassifier* profile,
                                     const cv::Mat& grey, const Options& options) {
+  Passes passes(grey, options);
   std::vector<Detection> detections;
   if (style_includes(options, "frontal")) {
-    append(detections, detect_faces(frontal, grey, options), "frontal");
+    append(detections, passes.boxes(frontal, Facing::kAsIs), "frontal");
   }
   if (profile != nullptr && style_includes(options, "profile_left")) {
-    append(detections, detect_faces(*profile, grey, options), "profile_left");
+    append(detections, passes.boxes(*profile, Facing::kAsIs), "profile_left");
   }
   if (profile != nullptr && style_includes(options, "profile_right")) {
-    append(detections, detect_mirrored(*profile, grey, options), "profile_right");
+    append(detections, detect_mirrored(passes, *profile, grey.cols), "profile_right");
   }
   return dedupe(std::move(detections));
 }

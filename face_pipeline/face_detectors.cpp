@@ -2,12 +2,14 @@
 
 #include "app/event_log.hpp"
 #include "app/runtime_status.hpp"
+#include "face_pipeline/haar/fast_cascade_classifier.hpp"
 
 namespace halcyra {
 
 void load_detectors(FaceDetectors& detectors, const Options& options, RuntimeStatus& status) {
-  status.frontal_cascade_loaded = detectors.frontal.load(options.cascade_path);
-  status.profile_cascade_loaded = detectors.profile.load(options.profile_cascade_path);
+  status.frontal_cascade_loaded = load_fast_cascade(detectors.frontal, options.cascade_path);
+  status.profile_cascade_loaded =
+      load_fast_cascade(detectors.profile, options.profile_cascade_path);
   if (!status.frontal_cascade_loaded) add_event(status, "Frontal cascade unavailable");
   if (!status.profile_cascade_loaded) {
     add_event(status, "Profile cascade unavailable; profile detection fallback");

@@ -1,0 +1,158 @@
+#include "face_pipeline/haar/cascade_search.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <tuple>
+#include <utility>
+
+#include <opencv2/core.hpp>
+#include <opencv2/core/utility.hpp>
+
+#include "face_pipeline/haar/mirrored_cascade.hpp"
+#include "face_pipeline/haar/window_scan.hpp"
+
+namespace halcyra {
+namespace {
+
+// A task is about this many windows: enough to fill the vectors of the later stages, few enough for
+// their sums to stay in the cache.
+constexpr int kWindowsPerTask = 8192;
+
+// Plans are kept for about this many pictures of different widths.
+constexpr std::size_t kMostPlans = 16;
+
+WindowScan* scan_for(InstructionSet instructions) {
+#ifdef HALCYRA_X86_KERNELS
+  if (instructions == InstructionSet::kAvx512) return scan_windows_avx512;
+  if (instructions == InstructionSet::kAvx2) return scan_windows_avx2;
+#endif
+  static_cast<void>(instructions);
+  return scan_windows_baseline;
+}
+
+// So many places in a row or column have room for a window.
+int room_for(int window, int side) { return std::max(side + 1 - window, 0); }
+
+// OpenCV cuts every layer into the same number of stripes for its threads. Where the number of rows
+// is odd, its stripes may end before the last row that has room.
+int searched_height(const PyramidLayer& first, const PyramidLayer& layer, const cv::Size& window) {
+  const int stripes = cvCeil(room_for(window.width, first.size.width) / 32.0);
+  const int height = room_for(window.height, layer.size.height);
+  const int stripe = std::max((height / layer.step + stripes - 1) / stripes, 1) * layer.step;
+  return std::min(stripes * stripe, height);
+}
+
+int ceiling_of_quotient(int dividend, int divisor) { return (dividend + divisor - 1) / divisor; }
+
+LayerView view_of(const PyramidLayer& layer, const PlaneLayout& layout) {
+  return {layer.sums.data(), layer.square_sums.data(), layer.low_sums.data(), layout.pitch};
+}
+
+using Place = std::pair<int, int>;  // row, column
+
+// Where the windows stand in the layer or, if visited from the right, in its mirror image.
+std::vector<Place> sorted_places(const WaitingWindows& passed, const WindowRows& rows, int step,
+                                 const PlaneLayout& layout) {
+  std::vector<Place> places;
+  for (int i = 0; i < passed.count; ++i) {
+    for (int bit = 0; bit < kEight; ++bit) {
+      if ((passed.alive[i] >> bit & 1) == 0) continue;
+      const int window = passed.places[i] % layout.pitch + bit;
+      places.emplace_back(passed.places[i] / layout.pitch,
+                          step * (rows.from_right ? rows.windows - 1 - window : window));
+    }
+  }
+  std::sort(places.begin(), places.end());
+  return places;
+}
+
+bool operator==(const PlaneLayout& a, const PlaneLayout& b) {
+  return a.pitch == b.pitch && a.odd_start == b.odd_start;
+}
+
+bool operator==(const WindowColumns& a, const WindowColumns& b) {
+  return a.step == b.step && a.first == b.first;
+}
+
+}  // namespace
+
+struct CascadeSearch::Task {
+  const PyramidLayer* layer = nullptr;
+  const ScanPlan* plan = nullptr;
+  WindowRows rows{};
+  std::vector<cv::Rect> found;
+};
+
+CascadeSearch::CascadeSearch(StumpCascade cascade, InstructionSet instructions)
+    : cascade_(std::move(cascade)), mirrored_(mirrored(cascade_)), instructions_(instructions) {}
+
+const ScanPlan& CascadeSearch::plan(const PlaneLayout& layout, Facing facing,
+                                    const WindowColumns& columns) {
+  for (const std::unique_ptr<KnownPlan>& known : plans_) {
+    if (known->layout == layout && known->facing == facing && known->columns == columns) {
+      return known->plan;
+    }
+  }
+  const StumpCascade& cascade = facing == Facing::kMirrored ? mirrored_ : cascade_;
+  plans_.push_back(std::make_unique<KnownPlan>(
+      KnownPlan{layout, facing, columns, plan_scan(cascade, layout, columns)}));
+  return plans_.back()->plan;
+}
+
+std::vector<CascadeSearch::Task> CascadeSearch::tasks(
+    const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout, Facing facing) {
+  std::vector<Task> tasks;
+  for (const PyramidLayer* layer : layers) {
+    const int columns = room_for(cascade_.window.width, layer->size.width);
+    if (columns == 0) continue;
+    const bool from_right = facing == Facing::kMirrored;
+    const int first_column = from_right ? (columns - 1) % layer->step : 0;
+    const ScanPlan& its_plan = plan(layout, facing, {layer->step, first_column});
+    const int windows = ceiling_of_quotient(columns, layer->step);
+    const int height = searched_height(*layers.front(), *layer, cascade_.window);
+    const int rows = ceiling_of_quotient(height, layer->step);
+    const int rows_per_task = std::max(kWindowsPerTask / windows, 1);
+    for (int row = 0; row < rows; row += rows_per_task) {
+      tasks.push_back({layer,
+                       &its_plan,
+                       {row * layer->step, layer->step, std::min(rows_per_task, rows - row),
+                        windows, from_right},
+                       {}});
+    }
+  }
+  return tasks;
+}
+
+void CascadeSearch::run(Task& task, const PlaneLayout& layout) {
+  std::unique_ptr<ScanMemory> memory = scratch_.take();
+  const PlanView view = task.plan->view();
+  const ScanScratch scratch =
+      memory->reserve(task.rows.row_count, task.rows.windows, view.stage_count);
+  scan_for(instructions_)(view, view_of(*task.layer, layout), task.rows, scratch);
+  const std::vector<Place> found =
+      sorted_places(scratch.waiting[view.stage_count], task.rows, task.layer->step, layout);
+  const float scale = task.layer->scale;
+  for (const auto& [row, column] : found) {
+    task.found.emplace_back(cvRound(static_cast<float>(column) * scale),
+                            cvRound(static_cast<float>(row) * scale),
+                            cvRound(static_cast<float>(cascade_.window.width) * scale),
+                            cvRound(static_cast<float>(cascade_.window.height) * scale));
+  }
+  scratch_.give_back(std::move(memory));
+}
+
+std::vector<cv::Rect> CascadeSearch::operator()(ImagePyramid& pyramid,
+                                                const std::vector<float>& scales, Facing facing) {
+  const PlaneLayout layout = pyramid.layout();
+  // Only here, as tasks refer to plans.
+  if (plans_.size() > kMostPlans) plans_.clear();
+  std::vector<Task> all = tasks(pyramid.layers(scales), layout, facing);
+  cv::parallel_for_(cv::Range(0, static_cast<int>(all.size())), [&](const cv::Range& range) {
+    for (int i = range.start; i < range.end; ++i) run(all[static_cast<std::size_t>(i)], layout);
+  });
+  std::vector<cv::Rect> found;
+  for (const Task& task : all) found.insert(found.end(), task.found.begin(), task.found.end());
+  return found;
+}
+
+}  // namespace halcyra

@@ -1,0 +1,58 @@
+// Searches a picture with a cascade at many scales.
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include <opencv2/core/types.hpp>
+
+#include "face_pipeline/haar/image_pyramid.hpp"
+#include "face_pipeline/haar/instruction_set.hpp"
+#include "face_pipeline/haar/scan_plan.hpp"
+#include "face_pipeline/haar/scan_scratch.hpp"
+#include "face_pipeline/haar/stump_cascade.hpp"
+
+namespace halcyra {
+
+enum class Facing {
+  kAsIs,
+  kMirrored  // searches the picture's mirror image, and answers in its coordinates
+};
+
+class CascadeSearch {
+ public:
+  CascadeSearch(StumpCascade cascade, InstructionSet instructions);
+
+  const cv::Size& window() const { return cascade_.window; }
+
+  // Every window that passes the cascade, before any grouping: by scale, then from top to bottom,
+  // then from left to right, as cv::CascadeClassifier finds them on one thread. The pyramid's
+  // picture is at least as large as the window, and for kMirrored mirrors_exactly holds for each
+  // of the scales. Works on OpenCV's threads.
+  std::vector<cv::Rect> operator()(ImagePyramid& pyramid, const std::vector<float>& scales,
+                                   Facing facing);
+
+ private:
+  struct Task;
+
+  const ScanPlan& plan(const PlaneLayout& layout, Facing facing, const WindowColumns& columns);
+  std::vector<Task> tasks(const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout,
+                          Facing facing);
+  void run(Task& task, const PlaneLayout& layout);
+
+  struct KnownPlan {
+    PlaneLayout layout;
+    Facing facing;
+    WindowColumns columns;
+    ScanPlan plan;
+  };
+
+  StumpCascade cascade_;
+  StumpCascade mirrored_;
+  InstructionSet instructions_;
+  std::vector<std::unique_ptr<KnownPlan>> plans_;
+  ScratchPool scratch_;
+};
+
+}  // namespace halcyra

@@ -1,0 +1,154 @@
+#include "face_pipeline/haar/fast_cascade_classifier.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "face_pipeline/haar/cascade_file.hpp"
+#include "face_pipeline/haar/exact_resize.hpp"
+#include "face_pipeline/haar/search_scales.hpp"
+
+namespace halcyra {
+namespace {
+
+// How much hits of one object may differ, as part of their size; OpenCV's own choice.
+constexpr double kGroupingTolerance = 0.2;
+
+std::vector<float> scales_for(const cv::Size& picture, const cv::Size& window,
+                              const DetectionSettings& settings) {
+  return search_scales(picture, window, settings.scale_factor,
+                       {settings.min_size, settings.max_size});
+}
+
+bool has_room(const cv::Size& picture, const cv::Size& window) {
+  return picture.width >= window.width && picture.height >= window.height;
+}
+
+// What OpenCV does with the boxes of every classifier before it returns them.
+void clip(std::vector<cv::Rect>& boxes, const cv::Size& picture) {
+  const cv::Rect whole(cv::Point(), picture);
+  for (cv::Rect& box : boxes) box &= whole;
+  boxes.erase(
+      std::remove_if(boxes.begin(), boxes.end(), [](const cv::Rect& box) { return box.empty(); }),
+      boxes.end());
+}
+
+}  // namespace
+
+FastCascadeClassifier::FastCascadeClassifier(cv::Ptr<cv::BaseCascadeClassifier> original,
+                                             StumpCascade cascade, InstructionSet instructions)
+    : original_(std::move(original)), search_(std::move(cascade), instructions) {}
+
+std::vector<cv::Rect> FastCascadeClassifier::candidates(ImagePyramid& pyramid, Facing facing,
+                                                        const DetectionSettings& settings) {
+  return search_(pyramid, scales_for(pyramid.picture().size(), window(), settings), facing);
+}
+
+std::vector<cv::Rect> FastCascadeClassifier::detect(ImagePyramid& pyramid, Facing facing,
+                                                    const DetectionSettings& settings) {
+  if (!has_room(pyramid.picture().size(), window())) return {};
+  std::vector<cv::Rect> boxes = candidates(pyramid, facing, settings);
+  cv::groupRectangles(boxes, settings.min_neighbors, kGroupingTolerance);
+  clip(boxes, pyramid.picture().size());
+  return boxes;
+}
+
+bool FastCascadeClassifier::can_mirror(const cv::Size& picture,
+                                       const DetectionSettings& settings) const {
+  if (!has_room(picture, window())) return true;
+  const std::vector<float> scales = scales_for(picture, window(), settings);
+  return std::all_of(scales.begin(), scales.end(), [&picture](float scale) {
+    return resize_mirrors_exactly(picture.width,
+                                  cvRound(static_cast<float>(picture.width) / scale));
+  });
+}
+
+bool FastCascadeClassifier::covers(cv::InputArray image, double scale_factor) const {
+  return image.isMat() && image.dims() == 2 && image.type() == CV_8UC1 && scale_factor > 1.0 &&
+         has_room(image.size(), window()) && original_->getMaskGenerator().empty();
+}
+
+bool FastCascadeClassifier::empty() const { return original_->empty(); }
+
+// Another file could hold a cascade that is not covered; load_fast_cascade tells.
+bool FastCascadeClassifier::load(const cv::String& /*filename*/) {
+  CV_Error(cv::Error::StsNotImplemented, "load another cascade with load_fast_cascade");
+}
+
+void FastCascadeClassifier::detectMultiScale(cv::InputArray image, std::vector<cv::Rect>& objects,
+                                             double scale_factor, int min_neighbors, int flags,
+                                             cv::Size min_size, cv::Size max_size) {
+  if (!covers(image, scale_factor)) {
+    original_->detectMultiScale(image, objects, scale_factor, min_neighbors, flags, min_size,
+                                max_size);
+    return;
+  }
+  pyramid_.set_picture(image.getMat());
+  objects = candidates(pyramid_, Facing::kAsIs, {scale_factor, min_neighbors, min_size, max_size});
+  pyramid_.forget_picture();
+  cv::groupRectangles(objects, min_neighbors, kGroupingTolerance);
+}
+
+void FastCascadeClassifier::detectMultiScale(cv::InputArray image, std::vector<cv::Rect>& objects,
+                                             std::vector<int>& num_detections, double scale_factor,
+                                             int min_neighbors, int flags, cv::Size min_size,
+                                             cv::Size max_size) {
+  if (!covers(image, scale_factor)) {
+    original_->detectMultiScale(image, objects, num_detections, scale_factor, min_neighbors, flags,
+                                min_size, max_size);
+    return;
+  }
+  pyramid_.set_picture(image.getMat());
+  objects = candidates(pyramid_, Facing::kAsIs, {scale_factor, min_neighbors, min_size, max_size});
+  pyramid_.forget_picture();
+  cv::groupRectangles(objects, num_detections, min_neighbors, kGroupingTolerance);
+}
+
+void FastCascadeClassifier::detectMultiScale(cv::InputArray image, std::vector<cv::Rect>& objects,
+                                             std::vector<int>& reject_levels,
+                                             std::vector<double>& level_weights,
+                                             double scale_factor, int min_neighbors, int flags,
+                                             cv::Size min_size, cv::Size max_size,
+                                             bool output_reject_levels) {
+  original_->detectMultiScale(image, objects, reject_levels, level_weights, scale_factor,
+                              min_neighbors, flags, min_size, max_size, output_reject_levels);
+}
+
+bool FastCascadeClassifier::isOldFormatCascade() const { return original_->isOldFormatCascade(); }
+
+cv::Size FastCascadeClassifier::getOriginalWindowSize() const {
+  return original_->getOriginalWindowSize();
+}
+
+int FastCascadeClassifier::getFeatureType() const { return original_->getFeatureType(); }
+
+void* FastCascadeClassifier::getOldCascade() { return original_->getOldCascade(); }
+
+void FastCascadeClassifier::setMaskGenerator(const cv::Ptr<MaskGenerator>& generator) {
+  original_->setMaskGenerator(generator);
+}
+
+cv::Ptr<cv::BaseCascadeClassifier::MaskGenerator> FastCascadeClassifier::getMaskGenerator() {
+  return original_->getMaskGenerator();
+}
+
+bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path) {
+  return load_fast_cascade(classifier, path, available_instruction_sets().back());
+}
+
+bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path,
+                       InstructionSet instructions) {
+  if (!classifier.load(path)) return false;
+  std::optional<StumpCascade> cascade = read_stump_cascade(path);
+  if (cascade && cascade->window == classifier.getOriginalWindowSize()) {
+    classifier.cc =
+        cv::makePtr<FastCascadeClassifier>(classifier.cc, *std::move(cascade), instructions);
+  }
+  return true;
+}
+
+FastCascadeClassifier* fast_cascade(const cv::CascadeClassifier& classifier) {
+  return dynamic_cast<FastCascadeClassifier*>(classifier.cc.get());
+}
+
+}  // namespace halcyra

@@ -1,0 +1,165 @@
+#include "face_pipeline/haar/image_pyramid.hpp"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <opencv2/core.hpp>
+#include <opencv2/core/utility.hpp>
+#include <opencv2/imgproc.hpp>
+
+namespace halcyra {
+namespace {
+
+// The search loads whole vectors, up to this many entries beyond the last window it looks at.
+constexpr int kMargin = 64;
+
+// From this scale on, the search visits every column and row.
+constexpr float kFirstCoarseScale = 2.0F;
+
+// A row of the planes, below a row that is complete. Unsigned, as sums of squares wrap around.
+struct PlaneRow {
+  PlaneRow(PyramidLayer& layer, const PlaneLayout& layout, int row)
+      : pitch(layout.pitch),
+        sums(layer.sums.data() + row * static_cast<std::ptrdiff_t>(pitch)),
+        squares(layer.square_sums.data() + row * static_cast<std::ptrdiff_t>(pitch)),
+        low_sums(layer.low_sums.data() + row * static_cast<std::ptrdiff_t>(pitch)) {}
+
+  int pitch;
+  std::int32_t* sums;
+  std::int32_t* squares;
+  std::uint16_t* low_sums;
+};
+
+void clear(const PlaneRow& row) {
+  std::fill_n(row.sums, row.pitch, 0);
+  std::fill_n(row.squares, row.pitch, 0);
+  std::fill_n(row.low_sums, row.pitch, std::uint16_t{0});
+}
+
+// The sums along one row of pixels, from its start to some column, and how they get into the row of
+// the planes. An object of its own without pointers to itself, so that all of it stays in
+// registers.
+struct RunningSums {
+  std::uint32_t sum = 0;
+  std::uint32_t squares = 0;
+
+  void add(std::uint32_t pixel) {
+    sum += pixel;
+    squares += pixel * pixel;
+  }
+
+  void put(const PlaneRow row, int place) const {
+    const auto above = static_cast<std::uint32_t>(row.sums[place - row.pitch]);
+    const auto squares_above = static_cast<std::uint32_t>(row.squares[place - row.pitch]);
+    row.sums[place] = static_cast<std::int32_t>(above + sum);
+    row.squares[place] = static_cast<std::int32_t>(squares_above + squares);
+  }
+};
+
+void cut_down(const PlaneRow& row, int entries) {
+  for (int i = 0; i < entries; ++i) row.low_sums[i] = static_cast<std::uint16_t>(row.sums[i]);
+}
+
+void add_pixels(const PlaneRow row, const std::uint8_t* pixels, int width) {
+  RunningSums running;
+  running.put(row, 0);
+  for (int x = 0; x < width; ++x) {
+    running.add(pixels[x]);
+    running.put(row, x + 1);
+  }
+  cut_down(row, width + 1);
+}
+
+// Even and odd columns apart.
+void add_pixels_apart(const PlaneRow row, const std::uint8_t* pixels, int width, int odd_start) {
+  RunningSums running;
+  running.put(row, 0);
+  for (int pair = 0; pair < width / 2; ++pair) {
+    running.add(pixels[2 * pair]);
+    running.put(row, odd_start + pair);
+    running.add(pixels[2 * pair + 1]);
+    running.put(row, pair + 1);
+  }
+  if (width % 2 != 0) {
+    running.add(pixels[width - 1]);
+    running.put(row, odd_start + width / 2);
+  }
+  cut_down(row, odd_start + (width + 1) / 2);
+}
+
+void sum_up(const cv::Mat& shrunken, const PlaneLayout& layout, PyramidLayer& layer) {
+  const std::size_t entries =
+      static_cast<std::size_t>(shrunken.rows + 1) * static_cast<std::size_t>(layout.pitch) +
+      kMargin;
+  if (layer.sums.size() < entries) {
+    layer.sums.resize(entries);
+    layer.square_sums.resize(entries);
+    layer.low_sums.resize(entries);
+  }
+  clear(PlaneRow(layer, layout, 0));
+  for (int y = 0; y < shrunken.rows; ++y) {
+    const PlaneRow row(layer, layout, y + 1);
+    const auto* pixels = shrunken.ptr<std::uint8_t>(y);
+    if (layer.step == 1) {
+      add_pixels(row, pixels, shrunken.cols);
+    } else {
+      add_pixels_apart(row, pixels, shrunken.cols, layout.odd_start);
+    }
+  }
+}
+
+void make_layer(const cv::Mat& picture, PyramidLayer& layer) {
+  cv::Mat shrunken;
+  cv::resize(picture, shrunken, layer.size, 0, 0, cv::INTER_LINEAR_EXACT);
+  sum_up(shrunken, plane_layout(picture.cols), layer);
+}
+
+}  // namespace
+
+// An odd number of cache lines in a row, so that entries below each other do not compete for the
+// same places of the cache.
+PlaneLayout plane_layout(int picture_width) {
+  constexpr int kLine = 32;
+  const int half = picture_width / 2 + 1;
+  const int lines = (2 * half + kLine - 1) / kLine;
+  const int pitch = kLine * (lines + 1 - lines % 2);
+  return {pitch, pitch / 2};
+}
+
+void ImagePyramid::set_picture(const cv::Mat& picture) {
+  picture_ = picture;
+  made_ = 0;
+}
+
+PyramidLayer* ImagePyramid::find(float scale) const {
+  for (std::size_t i = 0; i < made_; ++i) {
+    if (layers_[i]->scale == scale) return layers_[i].get();
+  }
+  return nullptr;
+}
+
+std::vector<const PyramidLayer*> ImagePyramid::layers(const std::vector<float>& scales) {
+  const std::size_t first_missing = made_;
+  std::vector<const PyramidLayer*> wanted;
+  for (const float scale : scales) {
+    PyramidLayer* layer = find(scale);
+    if (layer == nullptr) {
+      if (made_ == layers_.size()) layers_.push_back(std::make_unique<PyramidLayer>());
+      layer = layers_[made_++].get();
+      layer->scale = scale;
+      layer->size = {cvRound(static_cast<float>(picture_.cols) / scale),
+                     cvRound(static_cast<float>(picture_.rows) / scale)};
+      layer->step = scale >= kFirstCoarseScale ? 1 : 2;
+    }
+    wanted.push_back(layer);
+  }
+  cv::parallel_for_(cv::Range(static_cast<int>(first_missing), static_cast<int>(made_)),
+                    [this](const cv::Range& range) {
+                      for (int i = range.start; i < range.end; ++i) {
+                        make_layer(picture_, *layers_[static_cast<std::size_t>(i)]);
+                      }
+                    });
+  return wanted;
+}
+
+}  // namespace halcyra

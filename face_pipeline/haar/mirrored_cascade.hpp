@@ -1,0 +1,11 @@
+// A cascade that finds in a picture what another one finds in its mirror image.
+#pragma once
+
+#include "face_pipeline/haar/stump_cascade.hpp"
+
+namespace halcyra {
+
+// Every feature mirrored from left to right; thresholds and votes stay.
+StumpCascade mirrored(StumpCascade cascade);
+
+}  // namespace halcyra

@@ -1,0 +1,36 @@
+// A boosted cascade of one-node trees over upright rectangle sums.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include <opencv2/core/types.hpp>
+
+namespace halcyra {
+
+struct WeightedRect {
+  cv::Rect area;  // pixels of the search window
+  int weight = 0;
+};
+
+using RectFeature = std::array<WeightedRect, 3>;  // those not in use have the weight 0
+
+struct Stump {
+  int feature = 0;  // index into StumpCascade::features
+  float threshold = 0.0F;
+  float below = 0.0F;      // what it adds to the stage's sum where the value is below the threshold
+  float not_below = 0.0F;  // and where it is not
+};
+
+struct CascadeStage {
+  float threshold = 0.0F;  // the sum must reach it
+  std::vector<Stump> stumps;
+};
+
+struct StumpCascade {
+  cv::Size window;
+  std::vector<RectFeature> features;
+  std::vector<CascadeStage> stages;
+};
+
+}  // namespace halcyra

@@ -1,0 +1,18 @@
+// Scans windows of a layer with a cascade.
+#pragma once
+
+#include "face_pipeline/haar/scan_records.hpp"
+
+namespace halcyra {
+
+// Afterwards, scratch.waiting[plan.stage_count] holds the windows that pass all stages, in no
+// particular order. All functions find the same; the names say which instructions
+// they are compiled to.
+using WindowScan = void(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
+                        const ScanScratch& scratch);
+
+WindowScan scan_windows_baseline;
+WindowScan scan_windows_avx2;
+WindowScan scan_windows_avx512;
+
+}  // namespace halcyra

@@ -1,0 +1,121 @@
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "face_pipeline/haar/window_scan.hpp"
+#include "face_pipeline/haar/window_scan_loop.hpp"
+
+namespace halcyra {
+namespace {
+
+std::uint32_t bits_of(__m256 mask) { return static_cast<std::uint32_t>(_mm256_movemask_ps(mask)); }
+
+struct Floats {
+  __m256 v;
+
+  static Floats all(float value) { return {_mm256_set1_ps(value)}; }
+  static Floats load(const float* from) { return {_mm256_loadu_ps(from)}; }
+  void store(float* to) const { _mm256_storeu_ps(to, v); }
+  std::uint32_t at_most(float limit) const {
+    return bits_of(_mm256_cmp_ps(v, _mm256_set1_ps(limit), _CMP_LE_OQ));
+  }
+  friend Floats operator*(Floats a, Floats b) { return {_mm256_mul_ps(a.v, b.v)}; }
+};
+
+struct Ints {
+  __m256i v;
+
+  static Ints all(std::int32_t value) { return {_mm256_set1_epi32(value)}; }
+  static Ints load(const void* from) {
+    return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
+  }
+  Floats floats() const { return {_mm256_cvtepi32_ps(v)}; }
+  Ints plus_where_below(Floats value, float threshold, std::int32_t gain) const {
+    const __m256 below = _mm256_cmp_ps(value.v, _mm256_set1_ps(threshold), _CMP_LT_OQ);
+    const __m256i gains = _mm256_and_si256(_mm256_castps_si256(below), _mm256_set1_epi32(gain));
+    return {_mm256_add_epi32(v, gains)};
+  }
+  std::uint32_t below(std::int32_t limit) const {
+    return bits_of(_mm256_castsi256_ps(_mm256_cmpgt_epi32(_mm256_set1_epi32(limit), v)));
+  }
+  std::uint32_t above(std::int32_t limit) const {
+    return bits_of(_mm256_castsi256_ps(_mm256_cmpgt_epi32(v, _mm256_set1_epi32(limit))));
+  }
+  friend Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.v, b.v)}; }
+  friend Ints operator-(Ints a, Ints b) { return {_mm256_sub_epi32(a.v, b.v)}; }
+  friend Ints operator*(Ints a, std::int32_t b) {
+    return {_mm256_mullo_epi32(a.v, _mm256_set1_epi32(b))};
+  }
+};
+
+struct Shorts {
+  __m256i v;
+
+  static Shorts load(const void* from) {
+    return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
+  }
+  // Times 2^16, as the values then need not be moved down.
+  Floats even_floats() const { return {_mm256_cvtepi32_ps(_mm256_slli_epi32(v, 16))}; }
+  Floats odd_floats() const {
+    return {_mm256_cvtepi32_ps(_mm256_and_si256(v, _mm256_set1_epi32(-65536)))};
+  }
+  friend Shorts operator+(Shorts a, Shorts b) { return {_mm256_add_epi16(a.v, b.v)}; }
+  friend Shorts operator-(Shorts a, Shorts b) { return {_mm256_sub_epi16(a.v, b.v)}; }
+};
+
+struct Avx2Lanes {
+  using Floats = halcyra::Floats;
+  using Ints = halcyra::Ints;
+  using Shorts = halcyra::Shorts;
+  static constexpr std::int32_t kLanes = 8;
+
+  static __m256i two_of(const void* first, const void* second) {
+    return _mm256_set_m128i(_mm_loadu_si128(static_cast<const __m128i*>(second)),
+                            _mm_loadu_si128(static_cast<const __m128i*>(first)));
+  }
+  static Shorts load_eights(const std::uint16_t* base, const std::int32_t* places) {
+    return {two_of(base + places[0], base + places[1])};
+  }
+  static void load_eights(const std::int32_t* base, const std::int32_t* places, Ints& first,
+                          Ints& second) {
+    first = Ints::load(base + places[0]);
+    second = Ints::load(base + places[1]);
+  }
+  static void load_norms(const float* norms, const std::int32_t* places, Floats& even,
+                         Floats& odd) {
+    even.v = _mm256_castsi256_ps(two_of(norms + places[0], norms + places[1]));
+    odd.v = _mm256_castsi256_ps(two_of(norms + kLanes + places[0], norms + kLanes + places[1]));
+  }
+  // From the first and the second half of a group to its even and its odd windows.
+  static void separate(Floats& first, Floats& second) {
+    const __m256d even = _mm256_castps_pd(_mm256_shuffle_ps(first.v, second.v, 0x88));
+    const __m256d odd = _mm256_castps_pd(_mm256_shuffle_ps(first.v, second.v, 0xDD));
+    first.v = _mm256_castpd_ps(_mm256_permute4x64_pd(even, 0xD8));
+    second.v = _mm256_castpd_ps(_mm256_permute4x64_pd(odd, 0xD8));
+  }
+  static std::uint32_t interleave(std::uint32_t even, std::uint32_t odd) {
+    return _pdep_u32(even, 0x5555U) | _pdep_u32(odd, 0xAAAAU);
+  }
+  static __m128 half_norm(__m128i sum, __m128i square_sum, double area) {
+    const __m256d sums = _mm256_cvtepi32_pd(sum);
+    const __m256d squares = _mm256_mul_pd(_mm256_set1_pd(area), _mm256_cvtepi32_pd(square_sum));
+    const __m256d contrast = _mm256_sub_pd(squares, _mm256_mul_pd(sums, sums));
+    return _mm256_cvtpd_ps(_mm256_div_pd(_mm256_set1_pd(1.0), _mm256_sqrt_pd(contrast)));
+  }
+  static Floats contrast_norm(Ints sum, Ints square_sum, double area) {
+    const __m128 low =
+        half_norm(_mm256_castsi256_si128(sum.v), _mm256_castsi256_si128(square_sum.v), area);
+    const __m128 high = half_norm(_mm256_extracti128_si256(sum.v, 1),
+                                  _mm256_extracti128_si256(square_sum.v, 1), area);
+    return {_mm256_set_m128(high, low)};
+  }
+};
+
+}  // namespace
+
+void scan_windows_avx2(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
+                       const ScanScratch& scratch) {
+  WindowScanLoop<Avx2Lanes>::run(plan, layer, rows, scratch);
+}
+
+}  // namespace halcyra

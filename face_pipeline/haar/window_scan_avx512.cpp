@@ -1,0 +1,131 @@
+#include <immintrin.h>
+
+#include <cstdint>
+
+#include "face_pipeline/haar/window_scan.hpp"
+#include "face_pipeline/haar/window_scan_loop.hpp"
+
+namespace halcyra {
+namespace {
+
+struct Floats {
+  __m512 v;
+
+  static Floats all(float value) { return {_mm512_set1_ps(value)}; }
+  static Floats load(const float* from) { return {_mm512_loadu_ps(from)}; }
+  void store(float* to) const { _mm512_storeu_ps(to, v); }
+  std::uint32_t at_most(float limit) const {
+    return _mm512_cmp_ps_mask(v, _mm512_set1_ps(limit), _CMP_LE_OQ);
+  }
+  friend Floats operator*(Floats a, Floats b) { return {_mm512_mul_ps(a.v, b.v)}; }
+};
+
+struct Ints {
+  __m512i v;
+
+  static Ints all(std::int32_t value) { return {_mm512_set1_epi32(value)}; }
+  static Ints load(const std::int32_t* from) { return {_mm512_loadu_si512(from)}; }
+  Floats floats() const { return {_mm512_cvtepi32_ps(v)}; }
+  Ints plus_where_below(Floats value, float threshold, std::int32_t gain) const {
+    const __mmask16 below = _mm512_cmp_ps_mask(value.v, _mm512_set1_ps(threshold), _CMP_LT_OQ);
+    return {_mm512_mask_add_epi32(v, below, v, _mm512_set1_epi32(gain))};
+  }
+  std::uint32_t below(std::int32_t limit) const {
+    return _mm512_cmplt_epi32_mask(v, _mm512_set1_epi32(limit));
+  }
+  std::uint32_t above(std::int32_t limit) const {
+    return _mm512_cmpgt_epi32_mask(v, _mm512_set1_epi32(limit));
+  }
+  friend Ints operator+(Ints a, Ints b) { return {_mm512_add_epi32(a.v, b.v)}; }
+  friend Ints operator-(Ints a, Ints b) { return {_mm512_sub_epi32(a.v, b.v)}; }
+  friend Ints operator*(Ints a, std::int32_t b) {
+    return {_mm512_mullo_epi32(a.v, _mm512_set1_epi32(b))};
+  }
+};
+
+struct Shorts {
+  __m512i v;
+
+  static Shorts load(const std::uint16_t* from) { return {_mm512_loadu_si512(from)}; }
+  // Times 2^16, as the values then need not be moved down.
+  Floats even_floats() const { return {_mm512_cvtepi32_ps(_mm512_slli_epi32(v, 16))}; }
+  Floats odd_floats() const {
+    return {_mm512_cvtepi32_ps(_mm512_and_si512(v, _mm512_set1_epi32(-65536)))};
+  }
+  friend Shorts operator+(Shorts a, Shorts b) { return {_mm512_add_epi16(a.v, b.v)}; }
+  friend Shorts operator-(Shorts a, Shorts b) { return {_mm512_sub_epi16(a.v, b.v)}; }
+};
+
+struct Avx512Lanes {
+  using Floats = halcyra::Floats;
+  using Ints = halcyra::Ints;
+  using Shorts = halcyra::Shorts;
+  static constexpr std::int32_t kLanes = 16;
+
+  template <class Value>
+  static __m128i eight_halves(const Value* from) {
+    const void* bytes = from;
+    return _mm_loadu_si128(static_cast<const __m128i*>(bytes));
+  }
+  template <class Value>
+  static __m512i four_of(const Value* base, const std::int32_t* places) {
+    const __m512i first = _mm512_castsi128_si512(eight_halves(base + places[0]));
+    const __m512i two = _mm512_inserti32x4(first, eight_halves(base + places[1]), 1);
+    const __m512i three = _mm512_inserti32x4(two, eight_halves(base + places[2]), 2);
+    return _mm512_inserti32x4(three, eight_halves(base + places[3]), 3);
+  }
+  static __m512i two_of(const std::int32_t* first, const std::int32_t* second) {
+    const void* low = first;
+    const void* high = second;
+    return _mm512_inserti64x4(
+        _mm512_castsi256_si512(_mm256_loadu_si256(static_cast<const __m256i*>(low))),
+        _mm256_loadu_si256(static_cast<const __m256i*>(high)), 1);
+  }
+  static Shorts load_eights(const std::uint16_t* base, const std::int32_t* places) {
+    return {four_of(base, places)};
+  }
+  static void load_eights(const std::int32_t* base, const std::int32_t* places, Ints& first,
+                          Ints& second) {
+    first.v = two_of(base + places[0], base + places[1]);
+    second.v = two_of(base + places[2], base + places[3]);
+  }
+  static void load_norms(const float* norms, const std::int32_t* places, Floats& even,
+                         Floats& odd) {
+    even.v = _mm512_castsi512_ps(four_of(norms, places));
+    odd.v = _mm512_castsi512_ps(four_of(norms + kLanes, places));
+  }
+  // From the first and the second half of a group to its even and its odd windows.
+  static void separate(Floats& first, Floats& second) {
+    const __m512i even =
+        _mm512_set_epi32(30, 28, 26, 24, 22, 20, 18, 16, 14, 12, 10, 8, 6, 4, 2, 0);
+    const __m512i odd = _mm512_add_epi32(even, _mm512_set1_epi32(1));
+    const __m512 first_half = first.v;
+    first.v = _mm512_permutex2var_ps(first_half, even, second.v);
+    second.v = _mm512_permutex2var_ps(first_half, odd, second.v);
+  }
+  static std::uint32_t interleave(std::uint32_t even, std::uint32_t odd) {
+    return _pdep_u32(even, 0x55555555U) | _pdep_u32(odd, 0xAAAAAAAAU);
+  }
+  static __m256 half_norm(__m256i sum, __m256i square_sum, double area) {
+    const __m512d sums = _mm512_cvtepi32_pd(sum);
+    const __m512d squares = _mm512_mul_pd(_mm512_set1_pd(area), _mm512_cvtepi32_pd(square_sum));
+    const __m512d contrast = _mm512_sub_pd(squares, _mm512_mul_pd(sums, sums));
+    return _mm512_cvtpd_ps(_mm512_div_pd(_mm512_set1_pd(1.0), _mm512_sqrt_pd(contrast)));
+  }
+  static Floats contrast_norm(Ints sum, Ints square_sum, double area) {
+    const __m256 low =
+        half_norm(_mm512_castsi512_si256(sum.v), _mm512_castsi512_si256(square_sum.v), area);
+    const __m256 high = half_norm(_mm512_extracti64x4_epi64(sum.v, 1),
+                                  _mm512_extracti64x4_epi64(square_sum.v, 1), area);
+    return {_mm512_insertf32x8(_mm512_castps256_ps512(low), high, 1)};
+  }
+};
+
+}  // namespace
+
+void scan_windows_avx512(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
+                         const ScanScratch& scratch) {
+  WindowScanLoop<Avx512Lanes>::run(plan, layer, rows, scratch);
+}
+
+}  // namespace halcyra

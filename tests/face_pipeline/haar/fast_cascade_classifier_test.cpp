@@ -1,0 +1,382 @@
+#include "face_pipeline/haar/fast_cascade_classifier.hpp"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#include <opencv2/objdetect.hpp>
+
+#include "tests/face_pipeline/haar/classifier_comparison.hpp"
+#include "tests/face_pipeline/haar/made_cascade.hpp"
+#include "tests/face_pipeline/haar/sample_pictures.hpp"
+#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/temporary_folder.hpp"
+
+namespace halcyra {
+namespace {
+
+using Boxes = std::vector<cv::Rect>;
+
+// OpenCV's classifier of a stock cascade, and ours for each of the machine's instruction sets.
+struct Classifiers {
+  cv::CascadeClassifier original;
+  std::vector<cv::CascadeClassifier> fast;
+};
+
+Classifiers& classifiers(const std::string& name) {
+  static std::map<std::string, Classifiers> loaded;
+  Classifiers& all = loaded[name];
+  if (all.original.empty()) {
+    all.original.load(stock_cascade(name));
+    for (const InstructionSet instructions : available_instruction_sets()) {
+      load_fast_cascade(all.fast.emplace_back(), stock_cascade(name), instructions);
+    }
+  }
+  return all;
+}
+
+// In the same order, too, which is that of OpenCV on one thread. Gives the number of boxes.
+std::size_t expect_same(const std::string& name, const cv::Mat& picture,
+                        const DetectionSettings& settings) {
+  Classifiers& all = classifiers(name);
+  const Boxes expected = detected_on_threads(1, all.original, picture, settings);
+  for (std::size_t i = 0; i < all.fast.size(); ++i) {
+    for (const int threads : {1, 2}) {
+      EXPECT_EQ(detected_on_threads(threads, all.fast[i], picture, settings), expected)
+          << name << ", " << picture.size() << ", " << settings << ", instruction set " << i << ", "
+          << threads << " threads";
+    }
+  }
+  return expected.size();
+}
+
+// The head alone: a smaller picture is searched faster.
+cv::Mat portrait() { return photograph()(cv::Rect(130, 20, 180, 180)); }
+
+const char* const kFaceCascades[] = {"frontalface_default", "profileface"};
+
+TEST(FastCascade, FindsTheSameInThePhotograph) {
+  for (const std::string name : kFaceCascades) {
+    for (const int neighbors : {0, 1, 4}) {
+      DetectionSettings settings;
+      settings.min_neighbors = neighbors;
+      settings.min_size = {15, 15};
+      EXPECT_GT(expect_same(name, portrait(), settings), 0U) << name << " " << neighbors;
+    }
+  }
+}
+
+TEST(FastCascade, FindsTheSameInPicturesOfAllKindsAndSizes) {
+  cv::RNG random(20);
+  std::size_t hits = 0;
+  for (int round = 0; round < 120; ++round) {
+    const cv::Size size(random.uniform(1, 170), random.uniform(1, 170));
+    cv::Mat picture = of_random_kind(size, random);
+    if (round % 3 == 0) picture = as_part_of_larger(picture, random);
+    hits += expect_same(kFaceCascades[round % 2], picture, random_settings(size, random));
+  }
+  EXPECT_GT(hits, 20U);
+}
+
+// In every second row and column, sizes around the window's and around vectors of windows matter.
+TEST(FastCascade, FindsTheSameInPicturesJustLargerThanTheWindow) {
+  cv::RNG random(21);
+  const cv::Mat face = photograph()(photographed_face());
+  for (const std::string name : kFaceCascades) {
+    for (int more = -1; more < 40; ++more) {
+      const cv::Size size(24 + more, 24 + random.uniform(-5, 12));
+      cv::Mat picture;
+      cv::resize(face, picture, size, 0, 0, cv::INTER_AREA);
+      DetectionSettings settings;
+      settings.scale_factor = 1.03;
+      settings.min_neighbors = 0;
+      expect_same(name, picture, settings);
+    }
+  }
+}
+
+TEST(FastCascade, FindsTheSameWithEveryStockCascadeItCovers) {
+  cv::RNG random(22);
+  for (const std::string name :
+       {"eye", "frontalcatface", "frontalface_alt", "frontalface_alt_tree"}) {
+    ASSERT_NE(fast_cascade(classifiers(name).fast[0]), nullptr) << name;
+    for (int round = 0; round < 2; ++round) {
+      DetectionSettings settings;
+      settings.min_neighbors = 0;
+      expect_same(name, face_before_clouds({160, 120}, random), settings);
+    }
+  }
+}
+
+// More windows than bits in a word, of which the first stage makes OpenCV skip some.
+TEST(FastCascade, FindsTheSameInWidePictures) {
+  cv::RNG random(24);
+  for (int round = 0; round < 6; ++round) {
+    DetectionSettings settings;
+    settings.scale_factor = 1.2;
+    settings.min_neighbors = 0;
+    cv::Mat faces;
+    for (int i = 0; i < 6; ++i) {
+      const cv::Mat next = face_before_clouds({90, 70}, random);
+      if (faces.empty()) {
+        faces = next;
+      } else {
+        cv::hconcat(faces, next, faces);
+      }
+    }
+    expect_same(kFaceCascades[round % 2], faces, settings);
+  }
+}
+
+// What was prepared for one width is kept for a while.
+TEST(FastCascade, FindsTheSameAfterPicturesOfManyWidths) {
+  cv::RNG random(26);
+  DetectionSettings settings;
+  settings.scale_factor = 2.0;
+  settings.min_neighbors = 0;
+  for (int round = 0; round < 60; ++round) {
+    const cv::Size size(64 * random.uniform(1, 20), random.uniform(0, 2) == 0 ? 30 : 60);
+    expect_same("profileface", clouds(size, random), settings);
+  }
+}
+
+// Where values and sums equal their thresholds, the last bit of each decides.
+TEST(FastCascade, FindsTheSameAtThresholds) {
+  cv::RNG random(25);
+  const TemporaryFolder folder;
+  const std::string file = (folder.path() / "cascade.xml").string();
+  std::size_t hits = 0;
+  for (int round = 0; round < 60; ++round) {
+    const cv::Mat picture =
+        round % 2 == 0 ? clouds({300, 60}, random) : noise({60, 40}, 100, 101, random);
+    write_cascade(file,
+                  cascade_for(picture, {random.uniform(12, 25), random.uniform(12, 25)}, random));
+    cv::CascadeClassifier original(file);
+    DetectionSettings settings;
+    settings.scale_factor = 2.5;
+    settings.min_neighbors = 0;
+    const Boxes expected = detected_on_threads(1, original, picture, settings);
+    for (const InstructionSet instructions : available_instruction_sets()) {
+      cv::CascadeClassifier classifier;
+      ASSERT_TRUE(load_fast_cascade(classifier, file, instructions));
+      ASSERT_NE(fast_cascade(classifier), nullptr);
+      EXPECT_EQ(detected_on_threads(1, classifier, picture, settings), expected) << round;
+    }
+    hits += expected.size();
+  }
+  EXPECT_GT(hits, 500U);
+}
+
+TEST(FastCascade, CountsTheSameNumberOfHits) {
+  for (const int neighbors : {0, 2}) {
+    cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
+    cv::CascadeClassifier& original = classifiers("frontalface_default").original;
+    const ThreadCount one(1);
+    Boxes expected;
+    Boxes boxes = {cv::Rect(1, 2, 3, 4)};
+    std::vector<int> expected_counts;
+    std::vector<int> counts = {7};
+    original.detectMultiScale(portrait(), expected, expected_counts, 1.1, neighbors);
+    fast.detectMultiScale(portrait(), boxes, counts, 1.1, neighbors);
+    EXPECT_EQ(boxes, expected);
+    EXPECT_EQ(counts, expected_counts);
+    EXPECT_FALSE(counts.empty());
+  }
+}
+
+TEST(FastCascade, FindsInThePyramidWhatItFindsInThePicture) {
+  for (const std::string name : kFaceCascades) {
+    cv::CascadeClassifier& classifier = classifiers(name).fast.back();
+    DetectionSettings settings;
+    settings.min_neighbors = 0;
+    ImagePyramid pyramid;
+    pyramid.set_picture(portrait());
+    const Boxes boxes = fast_cascade(classifier)->detect(pyramid, Facing::kAsIs, settings);
+    EXPECT_EQ(boxes, detected(classifier, portrait(), settings));
+    EXPECT_FALSE(boxes.empty());
+  }
+}
+
+TEST(FastCascade, FindsMirroredWhatItFindsInTheMirrorImage) {
+  cv::RNG random(23);
+  int mirrored_at_once = 0;
+  std::size_t hits = 0;
+  for (int round = 0; round < 40; ++round) {
+    const cv::Size size(random.uniform(20, 200), random.uniform(20, 160));
+    const cv::Mat picture = face_before_clouds(size, random);
+    cv::Mat mirror_image;
+    cv::flip(picture, mirror_image, 1);
+    Classifiers& all = classifiers(kFaceCascades[round % 2]);
+    DetectionSettings settings = random_settings(size, random);
+    settings.min_neighbors = round % 4;
+    if (!fast_cascade(all.fast[0])->can_mirror(size, settings)) continue;
+    ++mirrored_at_once;
+    const Boxes expected = detected_on_threads(1, all.original, mirror_image, settings);
+    for (cv::CascadeClassifier& classifier : all.fast) {
+      ImagePyramid pyramid;
+      pyramid.set_picture(picture);
+      EXPECT_EQ(fast_cascade(classifier)->detect(pyramid, Facing::kMirrored, settings), expected)
+          << size << settings;
+    }
+    hits += expected.size();
+  }
+  EXPECT_GT(mirrored_at_once, 10);
+  EXPECT_GT(hits, 20U);
+}
+
+// A picture in memory that held another one before.
+TEST(FastCascade, LooksAtThePixelsOfEachCall) {
+  cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
+  cv::Mat picture = portrait().clone();
+  const DetectionSettings settings;
+  EXPECT_FALSE(detected(fast, picture, settings).empty());
+  picture.setTo(cv::Scalar(90));
+  EXPECT_TRUE(detected(fast, picture, settings).empty());
+}
+
+TEST(FastCascade, LeavesOtherCallsToOpenCv) {
+  cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
+  cv::CascadeClassifier& original = classifiers("frontalface_default").original;
+  const ThreadCount one(1);
+  const DetectionSettings settings;
+  cv::Mat colour;
+  cv::cvtColor(portrait(), colour, cv::COLOR_GRAY2BGR);
+  EXPECT_EQ(detected(fast, colour, settings), detected(original, colour, settings));
+  EXPECT_FALSE(detected(fast, colour, settings).empty());
+
+  DetectionSettings standing_still;
+  standing_still.scale_factor = 1.0;
+  EXPECT_THROW(detected(fast, portrait(), standing_still), cv::Exception);
+  cv::Mat deep;
+  portrait().convertTo(deep, CV_16U);
+  EXPECT_THROW(detected(fast, deep, settings), cv::Exception);
+}
+
+// OpenCV's classifier returns early then and forgets to empty the list.
+TEST(FastCascade, LeavesPicturesSmallerThanTheWindowToOpenCv) {
+  cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
+  cv::CascadeClassifier& original = classifiers("frontalface_default").original;
+  const cv::Mat picture = noise({40, 23}, 0, 255, cv::theRNG());
+  Boxes expected = {cv::Rect(1, 2, 3, 4), cv::Rect(1, 2, 3, 4)};
+  Boxes boxes = expected;
+  original.detectMultiScale(picture, expected, 1.1, 1);
+  fast.detectMultiScale(picture, boxes, 1.1, 1);
+  EXPECT_EQ(boxes, expected);
+}
+
+TEST(FastCascade, GivesRejectLevelsAsOpenCvDoes) {
+  cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
+  cv::CascadeClassifier& original = classifiers("frontalface_default").original;
+  const ThreadCount one(1);
+  Boxes expected;
+  Boxes boxes;
+  std::vector<int> expected_levels;
+  std::vector<int> levels;
+  std::vector<double> expected_weights;
+  std::vector<double> weights;
+  original.detectMultiScale(portrait(), expected, expected_levels, expected_weights, 1.1, 3, 0, {},
+                            {}, true);
+  fast.detectMultiScale(portrait(), boxes, levels, weights, 1.1, 3, 0, {}, {}, true);
+  EXPECT_EQ(boxes, expected);
+  EXPECT_EQ(levels, expected_levels);
+  EXPECT_EQ(weights, expected_weights);
+  EXPECT_FALSE(levels.empty());
+}
+
+// ---- Loading.
+
+TEST(LoadFastCascade, CoversExactlyTheUprightStumpCascadesAmongTheStockOnes) {
+  std::vector<std::string> covered;
+  for (const auto& file : std::filesystem::directory_iterator(
+           std::filesystem::path(stock_cascade("eye")).parent_path())) {
+    cv::CascadeClassifier classifier;
+    EXPECT_TRUE(load_fast_cascade(classifier, file.path().string())) << file.path();
+    cv::CascadeClassifier original(file.path().string());
+    EXPECT_EQ(classifier.getOriginalWindowSize(), original.getOriginalWindowSize());
+    if (fast_cascade(classifier) != nullptr) covered.push_back(file.path().stem().string());
+  }
+  std::sort(covered.begin(), covered.end());
+  EXPECT_EQ(covered, (std::vector<std::string>{
+                         "haarcascade_eye", "haarcascade_frontalcatface",
+                         "haarcascade_frontalface_alt", "haarcascade_frontalface_alt_tree",
+                         "haarcascade_frontalface_default", "haarcascade_profileface"}));
+}
+
+TEST(LoadFastCascade, FindsWithOtherCascadesWhatOpenCvFinds) {
+  for (const std::string name : {"smile", "frontalface_alt2", "licence_plate_rus_16stages"}) {
+    cv::CascadeClassifier original(stock_cascade(name));
+    cv::CascadeClassifier classifier;
+    load_fast_cascade(classifier, stock_cascade(name));
+    EXPECT_EQ(fast_cascade(classifier), nullptr) << name;
+    EXPECT_EQ(detected_on_threads(1, classifier, portrait(), {}),
+              detected_on_threads(1, original, portrait(), {}));
+  }
+}
+
+TEST(LoadFastCascade, SaysNoToFilesThatCannotBeOpened) {
+  cv::CascadeClassifier classifier(stock_cascade("eye"));
+  EXPECT_FALSE(load_fast_cascade(classifier, "/nonexistent/cascade.xml"));
+  EXPECT_TRUE(classifier.empty());
+}
+
+// OpenCV's answer to a file, or that it throws.
+std::string answer(bool (*load)(cv::CascadeClassifier&, const std::string&),
+                   const std::string& file) {
+  cv::CascadeClassifier classifier;
+  try {
+    const bool loaded = load(classifier, file);
+    return std::string(loaded ? "loads" : "does not load") + (classifier.empty() ? ", empty" : "");
+  } catch (const cv::Exception& exception) {
+    return "throws " + exception.err;
+  }
+}
+
+bool load_with_opencv(cv::CascadeClassifier& classifier, const std::string& file) {
+  return classifier.load(file);
+}
+
+std::string content_of(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+std::string replaced(std::string text, const std::string& old, const std::string& with) {
+  const std::size_t place = text.find(old);
+  EXPECT_NE(place, std::string::npos) << old;
+  return place == std::string::npos ? text : text.replace(place, old.size(), with);
+}
+
+TEST(LoadFastCascade, AnswersToBrokenFilesAsOpenCvDoes) {
+  const std::string whole = content_of(stock_cascade("eye"));
+  const TemporaryFolder folder;
+  const std::string file = (folder.path() / "cascade.xml").string();
+  std::map<std::string, int> answers;
+  for (const std::string& content :
+       {std::string(), whole.substr(0, whole.size() / 2), std::string("no cascade"),
+        std::string("<?xml version=\"1.0\"?><opencv_storage></opencv_storage>"),
+        std::string("<?xml version=\"1.0\"?><opencv_storage><a>1</a></opencv_storage>"),
+        replaced(whole, "<stageType>BOOST", "<stageType>OTHER"),
+        replaced(whole, "<featureType>HAAR", "<featureType>HOG"),
+        replaced(whole, "<height>20", "<height>0"), replaced(whole, "<height>20", "<height>12"),
+        replaced(whole, "<stages>", "<other>"), whole}) {
+    std::ofstream(file, std::ios::binary | std::ios::trunc) << content;
+    const std::string expected = answer(load_with_opencv, file);
+    EXPECT_EQ(answer(load_fast_cascade, file), expected) << content.substr(0, 300);
+    ++answers[expected];
+  }
+  EXPECT_GT(answers.size(), 3U);
+  EXPECT_EQ(answers["loads"], 1);
+  EXPECT_EQ(answer(load_fast_cascade, folder.path().string()),
+            answer(load_with_opencv, folder.path().string()));
+}
+
+}  // namespace
+}  // namespace halcyra

@@ -1,0 +1,159 @@
+// Cascades made for a picture, with many windows exactly at a threshold.
+#pragma once
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include <opencv2/core.hpp>
+
+#include "face_pipeline/haar/stump_cascade.hpp"
+
+namespace halcyra {
+
+// ---- A window's values, in OpenCV's arithmetic.
+
+inline int sum_over(const cv::Mat& pixels, const cv::Rect& area) {
+  return static_cast<int>(cv::sum(pixels(area))[0]);
+}
+
+inline float contrast_norm(const cv::Mat& window) {
+  const cv::Mat inner = window(cv::Rect(1, 1, window.cols - 2, window.rows - 2));
+  const double sum = cv::sum(inner)[0];
+  const double contrast = static_cast<double>(inner.total()) * inner.dot(inner) - sum * sum;
+  return contrast > 0.0 ? static_cast<float>(1.0 / std::sqrt(contrast)) : 1.0F;
+}
+
+inline float value_of(const RectFeature& feature, const cv::Mat& window) {
+  int value = 0;
+  for (const WeightedRect& rect : feature) {
+    if (rect.weight != 0) value += rect.weight * sum_over(window, rect.area);
+  }
+  return static_cast<float>(value) * contrast_norm(window);
+}
+
+inline double sum_of(const CascadeStage& stage, const StumpCascade& cascade,
+                     const cv::Mat& window) {
+  double sum = 0.0;
+  for (const Stump& stump : stage.stumps) {
+    const float value = value_of(cascade.features[static_cast<std::size_t>(stump.feature)], window);
+    sum += static_cast<double>(value < stump.threshold ? stump.below : stump.not_below);
+  }
+  return sum;
+}
+
+// ---- Cascades at random.
+
+inline WeightedRect weighted(int x, int y, int width, int height, int weight) {
+  return {cv::Rect(x, y, width, height), weight};
+}
+
+// Of all shapes and of none, small and as large as the window.
+inline RectFeature random_feature(const cv::Size& window, cv::RNG& random) {
+  const int w = random.uniform(1, window.width / 3 + 1);
+  const int h = random.uniform(1, window.height / 3 + 1);
+  const int x = random.uniform(0, window.width - 3 * w + 1);
+  const int y = random.uniform(0, window.height - 3 * h + 1);
+  switch (random.uniform(0, 6)) {
+    case 0:
+      return {weighted(x, y, 2 * w, h, -1), weighted(x + w, y, w, h, 2), {}};
+    case 1:
+      return {weighted(x, y, 3 * w, h, -1), weighted(x + w, y, w, h, 3), {}};
+    case 2:
+      return {weighted(x, y, 2 * w, 2 * h, -1), weighted(x + w, y, w, h, 2),
+              weighted(x, y + h, w, h, 2)};
+    case 3:
+      return {weighted(x, y, 2 * w, 2 * h, -1), weighted(x, y, w, h, 2),
+              weighted(x + w, y + h, w, h, 2)};
+    case 4:
+      return {weighted(x, y, 3 * w, 3 * h, -1), weighted(x + w, y + h, w, h, 9), {}};
+    default:
+      return {weighted(0, 0, window.width, window.height, -1),
+              weighted(0, 0, window.width, window.height / 2, 2),
+              {}};
+  }
+}
+
+inline cv::Mat random_window(const cv::Mat& picture, const cv::Size& window, cv::RNG& random) {
+  return picture(cv::Rect(cv::Point(2 * random.uniform(0, (picture.cols - window.width) / 2 + 1),
+                                    2 * random.uniform(0, (picture.rows - window.height) / 2 + 1)),
+                          window));
+}
+
+inline StumpCascade cascade_for(const cv::Mat& picture, const cv::Size& window, cv::RNG& random) {
+  StumpCascade cascade;
+  cascade.window = window;
+  for (int stage = 0; stage < 3; ++stage) {
+    CascadeStage made;
+    for (int i = random.uniform(1, 7); i > 0; --i) {
+      Stump stump;
+      stump.feature = static_cast<int>(cascade.features.size());
+      cascade.features.push_back(random_feature(window, random));
+      stump.threshold = value_of(cascade.features.back(), random_window(picture, window, random));
+      stump.below = random.uniform(-1.0F, 1.0F);
+      stump.not_below = random.uniform(-1.0F, 1.0F);
+      made.stumps.push_back(stump);
+    }
+    const cv::Mat at = random_window(picture, window, random);
+    made.threshold =
+        static_cast<float>(sum_of(made, cascade, at)) - 0.3F * static_cast<float>(stage % 2);
+    cascade.stages.push_back(made);
+  }
+  return cascade;
+}
+
+// ---- As a file. OpenCV lowers each stage's threshold by 1e-5 on loading.
+
+inline void write_stump(cv::FileStorage& file, const Stump& stump) {
+  file << "{"
+       << "internalNodes"
+       << "[:" << 0 << -1 << stump.feature << stump.threshold << "]";
+  file << "leafValues"
+       << "[:" << stump.below << stump.not_below << "]"
+       << "}";
+}
+
+inline void write_feature(cv::FileStorage& file, const RectFeature& feature) {
+  file << "{"
+       << "rects"
+       << "[";
+  for (const WeightedRect& rect : feature) {
+    if (rect.weight == 0) continue;
+    file << "[:" << rect.area.x << rect.area.y << rect.area.width << rect.area.height
+         << static_cast<float>(rect.weight) << "]";
+  }
+  file << "]"
+       << "tilted" << 0 << "}";
+}
+
+inline void write_cascade(const std::string& path, const StumpCascade& cascade) {
+  cv::FileStorage file(path, cv::FileStorage::WRITE);
+  file << "cascade"
+       << "{"
+       << "stageType"
+       << "BOOST"
+       << "featureType"
+       << "HAAR";
+  file << "height" << cascade.window.height << "width" << cascade.window.width;
+  file << "featureParams"
+       << "{"
+       << "maxCatCount" << 0 << "}"
+       << "stages"
+       << "[";
+  for (const CascadeStage& stage : cascade.stages) {
+    file << "{"
+         << "stageThreshold" << stage.threshold + 1e-5F << "weakClassifiers"
+         << "[";
+    for (const Stump& stump : stage.stumps) write_stump(file, stump);
+    file << "]"
+         << "}";
+  }
+  file << "]"
+       << "features"
+       << "[";
+  for (const RectFeature& feature : cascade.features) write_feature(file, feature);
+  file << "]"
+       << "}";
+}
+
+}  // namespace halcyra

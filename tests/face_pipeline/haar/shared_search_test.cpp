@@ -1,0 +1,144 @@
+// The passes of detect_multi on cascades of ours and on OpenCV's.
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#include <opencv2/objdetect.hpp>
+
+#include "app/options.hpp"
+#include "face_pipeline/face_detection.hpp"
+#include "face_pipeline/haar/fast_cascade_classifier.hpp"
+#include "tests/face_pipeline/detection_comparison.hpp"
+#include "tests/face_pipeline/haar/classifier_comparison.hpp"
+#include "tests/face_pipeline/haar/sample_pictures.hpp"
+#include "tests/support/same_pixels.hpp"
+
+namespace halcyra {
+namespace {
+
+using Detections = std::vector<Detection>;
+
+struct Cascades {
+  cv::CascadeClassifier frontal;
+  cv::CascadeClassifier profile;
+};
+
+Cascades opencv_cascades() {
+  return {cv::CascadeClassifier(Options().cascade_path),
+          cv::CascadeClassifier(Options().profile_cascade_path)};
+}
+
+Cascades fast_cascades() {
+  Cascades cascades;
+  load_fast_cascade(cascades.frontal, Options().cascade_path);
+  load_fast_cascade(cascades.profile, Options().profile_cascade_path);
+  return cascades;
+}
+
+// Neither the faces nor what becomes of the caller's pixels may differ.
+std::size_t expect_same_detections(Cascades& expected_from, Cascades& from, const cv::Mat& picture,
+                                   const Options& options) {
+  const ThreadCount one(1);
+  cv::Mat expected_pixels = picture.clone();
+  cv::Mat pixels = picture.clone();
+  const Detections expected =
+      detect_multi(expected_from.frontal, &expected_from.profile, expected_pixels, options);
+  EXPECT_EQ(detect_multi(from.frontal, &from.profile, pixels, options), expected)
+      << options.detector_type << ", " << picture.size() << " at " << options.detect_scale;
+  EXPECT_TRUE(same_pixels(pixels, expected_pixels));
+  return expected.size();
+}
+
+// Both halves of the picture have a face, of which one is mirrored.
+cv::Mat two_faces(const cv::Size& size) {
+  const cv::Mat face = photograph()(cv::Rect(130, 20, 180, 180));
+  cv::Mat mirrored;
+  cv::flip(face, mirrored, 1);
+  cv::Mat both;
+  cv::hconcat(face, mirrored, both);
+  cv::Mat resized;
+  cv::resize(both, resized, size, 0, 0, cv::INTER_AREA);
+  return resized;
+}
+
+TEST(SharedSearch, FindsWhatSeparateSearchesFind) {
+  Cascades opencv = opencv_cascades();
+  Cascades fast = fast_cascades();
+  std::size_t found = 0;
+  for (const cv::Size size : {cv::Size(360, 180), cv::Size(359, 180), cv::Size(360, 181),
+                              cv::Size(302, 151), cv::Size(60, 44), cv::Size(40, 30)}) {
+    for (const double detect_scale : {0.5, 0.75}) {
+      Options options;
+      options.detect_scale = detect_scale;
+      options.min_neighbors = 0;
+      found += expect_same_detections(opencv, fast, two_faces(size), options);
+    }
+  }
+  EXPECT_GT(found, 10U);
+}
+
+TEST(SharedSearch, FindsTheSameInEveryStyleAndAtFullScale) {
+  Cascades opencv = opencv_cascades();
+  Cascades fast = fast_cascades();
+  for (const std::string style :
+       {"frontal", "profile_left", "profile_right", "frontal_or_profile"}) {
+    for (const double detect_scale : {0.5, 1.0}) {
+      Options options;
+      options.detector_type = style;
+      options.detect_scale = detect_scale;
+      options.min_neighbors = 1;
+      expect_same_detections(opencv, fast, two_faces({240, 120}), options);
+    }
+  }
+}
+
+TEST(SharedSearch, FindsTheSameWithOneCascadeOfEachKind) {
+  Cascades opencv = opencv_cascades();
+  Cascades mixed = opencv_cascades();
+  mixed.profile = fast_cascades().profile;
+  Options options;
+  options.min_neighbors = 0;
+  EXPECT_GT(expect_same_detections(opencv, mixed, two_faces({300, 150}), options), 0U);
+}
+
+TEST(SharedSearch, LooksAtEachPictureAnew) {
+  Cascades fast = fast_cascades();
+  Cascades opencv = opencv_cascades();
+  cv::RNG random(4);
+  for (int round = 0; round < 6; ++round) {
+    expect_same_detections(opencv, fast, face_before_clouds({200, 160}, random), Options());
+  }
+}
+
+TEST(SharedSearch, ThrowsWhatOpenCvThrows) {
+  Cascades fast = fast_cascades();
+  Options standing_still;
+  standing_still.scale_factor = 1.0;
+  EXPECT_THROW(detect_multi(fast.frontal, &fast.profile, two_faces({120, 60}), standing_still),
+               cv::Exception);
+  EXPECT_THROW(detect_multi(fast.frontal, &fast.profile, cv::Mat(), Options()), cv::Exception);
+}
+
+// What the shared search relies on.
+TEST(SharedSearch, MayMirrorAfterHalvingAndEqualising) {
+  cv::RNG random(5);
+  for (int round = 0; round < 50; ++round) {
+    const cv::Size size(2 * random.uniform(1, 200), 2 * random.uniform(1, 100));
+    const cv::Mat picture = noise(size, 0, 255, random);
+    cv::Mat mirrored;
+    cv::flip(picture, mirrored, 1);
+    cv::Mat shrunken;
+    cv::resize(picture, shrunken, cv::Size(), 0.5, 0.5, cv::INTER_AREA);
+    cv::equalizeHist(shrunken, shrunken);
+    cv::Mat mirrored_and_shrunken;
+    cv::resize(mirrored, mirrored_and_shrunken, cv::Size(), 0.5, 0.5, cv::INTER_AREA);
+    cv::equalizeHist(mirrored_and_shrunken, mirrored_and_shrunken);
+    cv::flip(shrunken, shrunken, 1);
+    EXPECT_TRUE(same_pixels(mirrored_and_shrunken, shrunken)) << size;
+  }
+}
+
+}  // namespace
+}  // namespace halcyra
