@@ -1,7 +1,8 @@
 #include "capture/frame_conversion.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include <opencv2/imgproc.hpp>
@@ -31,14 +32,36 @@ bool is_intensity(float pixel) {
   return bool((pixel > 0) & (pixel <= std::numeric_limits<float>::max()));
 }
 
+// Positive floats are ordered as the integers with the same bits, and integers are compared many at
+// once.
+std::int32_t bits_of(float pixel) {
+  std::int32_t bits = 0;
+  std::memcpy(&bits, &pixel, sizeof bits);
+  return bits;
+}
+
+double float_of(std::int32_t bits) {
+  float pixel = 0;
+  std::memcpy(&pixel, &bits, sizeof pixel);
+  return pixel;
+}
+
 // Least and greatest intensity; high is not above low when no two of them differ.
 Range intensity_range(const cv::Mat& intensities) {
-  cv::Mat counted;
-  cv::inRange(intensities, std::numeric_limits<float>::denorm_min(),
-              std::numeric_limits<float>::max(), counted);
-  Range range{0.0, 0.0};
-  cv::minMaxLoc(intensities, &range.low, &range.high, nullptr, nullptr, counted);
-  return range;
+  const std::int32_t most = bits_of(std::numeric_limits<float>::max());
+  const int width = intensities.cols;
+  std::int32_t low = most;
+  std::int32_t high = 0;
+  for (int y = 0; y < intensities.rows; ++y) {
+    const float* row = intensities.ptr<float>(y);
+    for (int x = 0; x < width; ++x) {
+      const std::int32_t bits = bits_of(row[x]);
+      const bool counts = bool((bits > 0) & (bits <= most));
+      low = std::min(low, counts ? bits : most);
+      high = std::max(high, counts ? bits : 0);
+    }
+  }
+  return {float_of(low), float_of(high)};
 }
 
 Range capped(Range range) {
@@ -65,6 +88,30 @@ unsigned char depth_level(float pixel) {
   return static_cast<unsigned char>(static_cast<int>(255 - ((depth - kNearDepth) / 4000) * 255));
 }
 
+// The 8-bit picture of the levels that `level_of` gives the pixels.
+template <typename LevelOf>
+cv::Mat levels_of(const cv::Mat& pixels, LevelOf level_of) {
+  cv::Mat levels(pixels.size(), CV_8UC1);
+  const int width = pixels.cols;
+  cv::parallel_for_(cv::Range(0, pixels.rows), [&](const cv::Range& rows) {
+    const LevelOf level = level_of;  // a copy, which cannot be among the levels written
+    for (int y = rows.start; y < rows.end; ++y) {
+      const float* from = pixels.ptr<float>(y);
+      unsigned char* to = levels.ptr<unsigned char>(y);
+      for (int x = 0; x < width; ++x) to[x] = level(from[x]);
+    }
+  });
+  return levels;
+}
+
+bool has_depth(const cv::Mat& millimetres) {
+  for (int y = 0; y < millimetres.rows; ++y) {
+    const float* row = millimetres.ptr<float>(y);
+    if (std::any_of(row, row + millimetres.cols, is_depth)) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 ColorImages color_images(const cv::Mat& pixels, ChannelOrder order) {
@@ -80,31 +127,16 @@ bool infrared_picture(const cv::Mat& intensities, cv::Mat& picture) {
   if (full.high <= full.low) return false;
   const Range range = capped(full);
   const double scale = 255 / std::max(range.high - range.low, 1.0);
-  const int width = intensities.cols;
-  cv::Mat levels(intensities.size(), CV_8UC1);
-  for (int y = 0; y < intensities.rows; ++y) {
-    const float* from = intensities.ptr<float>(y);
-    unsigned char* to = levels.ptr<unsigned char>(y);
-    for (int x = 0; x < width; ++x) to[x] = intensity_level(from[x], range, scale);
-  }
+  cv::Mat levels =
+      levels_of(intensities, [=](float pixel) { return intensity_level(pixel, range, scale); });
   cv::equalizeHist(levels, levels);
   cv::cvtColor(levels, picture, cv::COLOR_GRAY2BGR);
   return true;
 }
 
 bool depth_picture(const cv::Mat& millimetres, cv::Mat& picture) {
-  const int width = millimetres.cols;
-  cv::Mat levels(millimetres.size(), CV_8UC1);
-  int depths = 0;
-  for (int y = 0; y < millimetres.rows; ++y) {
-    const float* from = millimetres.ptr<float>(y);
-    unsigned char* to = levels.ptr<unsigned char>(y);
-    for (int x = 0; x < width; ++x) {
-      to[x] = depth_level(from[x]);
-      depths += is_depth(from[x]) ? 1 : 0;
-    }
-  }
-  if (depths == 0) return false;
+  if (!has_depth(millimetres)) return false;
+  const cv::Mat levels = levels_of(millimetres, [](float pixel) { return depth_level(pixel); });
   cv::applyColorMap(levels, picture, cv::COLORMAP_JET);
   return true;
 }
