@@ -80,12 +80,13 @@ inline cv::Mat random_window(const cv::Mat& picture, const cv::Size& window, cv:
                           window));
 }
 
-inline StumpCascade cascade_for(const cv::Mat& picture, const cv::Size& window, cv::RNG& random) {
+inline StumpCascade cascade_for(const cv::Mat& picture, const cv::Size& window, int most_stumps,
+                                cv::RNG& random) {
   StumpCascade cascade;
   cascade.window = window;
   for (int stage = 0; stage < 3; ++stage) {
     CascadeStage made;
-    for (int i = random.uniform(1, 7); i > 0; --i) {
+    for (int i = random.uniform(1, most_stumps + 1); i > 0; --i) {
       Stump stump;
       stump.feature = static_cast<int>(cascade.features.size());
       cascade.features.push_back(random_feature(window, random));
