@@ -16,17 +16,31 @@ constexpr float kNearestDepth = 200.0F;  // millimetres; what comes closer is no
 // Places in Corner::values.
 enum Value : std::size_t { nearness, texture_x, texture_y, blue, green, red, shine };
 
+// A point amid the grid and how far its neighbours are, in millimetres. The smallest grid has two
+// columns and two rows.
+struct GridMiddle {
+  const Vec3& point;
+  float to_the_right;
+  float to_below;
+};
+
+GridMiddle middle_of(const Surface& surface) {
+  const std::size_t at = surface.index((surface.columns - 1) / 2, (surface.rows - 1) / 2);
+  const Vec3& point = surface.points[at];
+  const auto next_row = static_cast<std::size_t>(surface.columns);
+  return {point, length(surface.points[at + 1] - point),
+          length(surface.points[at + next_row] - point)};
+}
+
 // The mip whose texels are about as large as the picture's pixels.
 const cv::Mat& fitting_mip(const Surface& surface, const Pinhole& camera, const Pose& pose) {
-  const std::size_t middle = surface.index(surface.columns / 2, surface.rows / 2);
-  const std::size_t beside = surface.index(surface.columns / 2 + 1, surface.rows / 2);
-  const std::size_t below = surface.index(surface.columns / 2, surface.rows / 2 + 1);
+  const GridMiddle middle = middle_of(surface);
   const cv::Mat& full = surface.texture_mips.front();
-  const float depth = std::max(pose.place(surface.points[middle]).z, kNearestDepth);
-  const float wide = length(surface.points[beside] - surface.points[middle]) *
-                     static_cast<float>(surface.columns) / static_cast<float>(full.cols);
-  const float high = length(surface.points[below] - surface.points[middle]) *
-                     static_cast<float>(surface.rows) / static_cast<float>(full.rows);
+  const float depth = std::max(pose.place(middle.point).z, kNearestDepth);
+  const float wide =
+      middle.to_the_right * static_cast<float>(surface.columns) / static_cast<float>(full.cols);
+  const float high =
+      middle.to_below * static_cast<float>(surface.rows) / static_cast<float>(full.rows);
   float texel = std::max(std::min(wide, high), 1e-3F);
   std::size_t mip = 0;
   const float pixel = depth / camera.focal;
@@ -93,12 +107,9 @@ bool drawable(const Corner& corner) { return corner.values[nearness] > 0.0F; }
 // Every how many grid points a triangle has a corner: those of far surfaces would be smaller than
 // pixels.
 int fitting_stride(const Surface& surface, const Pinhole& camera, const Pose& pose) {
-  const std::size_t middle = surface.index(surface.columns / 2, surface.rows / 2);
-  const Vec3& point = surface.points[middle];
-  const float gap = std::max(
-      length(surface.points[middle + 1] - point),
-      length(surface.points[surface.index(surface.columns / 2, surface.rows / 2 + 1)] - point));
-  const float pixels = gap * camera.focal / std::max(pose.place(point).z, kNearestDepth);
+  const GridMiddle middle = middle_of(surface);
+  const float gap = std::max(middle.to_the_right, middle.to_below);
+  const float pixels = gap * camera.focal / std::max(pose.place(middle.point).z, kNearestDepth);
   int stride = 1;
   while (stride < 4 && pixels * static_cast<float>(stride) < 1.0F &&
          (surface.columns - 1) % (2 * stride) == 0 && (surface.rows - 1) % (2 * stride) == 0) {
