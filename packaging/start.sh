@@ -42,7 +42,7 @@ choose_scene() {
     elif ! kinect_attached; then
         demonstrate "No Kinect v2 is attached"
     elif [ "$(cat "$build/kinect-driver")" != libfreenect2 ]; then
-        demonstrate "A Kinect v2 is attached, but libfreenect2 is not installed"
+        demonstrate "A Kinect v2 is attached, but the program was built without libfreenect2"
     fi
 }
 

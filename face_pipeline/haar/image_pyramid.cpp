@@ -87,7 +87,8 @@ void add_pixels_apart(const PlaneRow row, const std::uint8_t* pixels, int width,
   cut_down(row, odd_start + (width + 1) / 2);
 }
 
-void sum_up(const cv::Mat& shrunken, const PlaneLayout& layout, PyramidLayer& layer) {
+void sum_up(const PlaneLayout& layout, PyramidLayer& layer) {
+  const cv::Mat& shrunken = layer.shrunken;
   const std::size_t entries =
       static_cast<std::size_t>(shrunken.rows + 1) * static_cast<std::size_t>(layout.pitch) +
       kMargin;
@@ -109,9 +110,8 @@ void sum_up(const cv::Mat& shrunken, const PlaneLayout& layout, PyramidLayer& la
 }
 
 void make_layer(const cv::Mat& picture, PyramidLayer& layer) {
-  cv::Mat shrunken;
-  cv::resize(picture, shrunken, layer.size, 0, 0, cv::INTER_LINEAR_EXACT);
-  sum_up(shrunken, plane_layout(picture.cols), layer);
+  cv::resize(picture, layer.shrunken, layer.size, 0, 0, cv::INTER_LINEAR_EXACT);
+  sum_up(plane_layout(picture.cols), layer);
 }
 
 }  // namespace

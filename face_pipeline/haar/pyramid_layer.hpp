@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include <opencv2/core/types.hpp>
+#include <opencv2/core/mat.hpp>
 
 namespace halcyra {
 
@@ -20,8 +20,9 @@ struct PlaneLayout {
 // more row and column than in the picture. All planes have the same layout.
 struct PyramidLayer {
   float scale = 1.0F;
-  cv::Size size;  // of the shrunken picture
-  int step = 1;   // from one window to the next, in columns and in rows
+  cv::Size size;     // of the shrunken picture
+  int step = 1;      // from one window to the next, in columns and in rows
+  cv::Mat shrunken;  // 8-bit, one channel
   std::vector<std::int32_t> sums;
   std::vector<std::int32_t> square_sums;  // modulo 2^32
   std::vector<std::uint16_t> low_sums;    // `sums` modulo 2^16

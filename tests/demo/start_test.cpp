@@ -112,7 +112,7 @@ TEST_F(Start, DemonstratesBesideOtherDevices) {
 TEST_F(Start, SaysWhenAnAttachedKinectCannotBeUsed) {
   attach("045e", "02c4");
   EXPECT_EQ(started(),
-            "A Kinect v2 is attached, but libfreenect2 is not installed: starting the "
+            "A Kinect v2 is attached, but the program was built without libfreenect2: starting the "
             "demonstration, a rendered room with its people.\n" +
                 kDemonstration + "<>\n");
 }
