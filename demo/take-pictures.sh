@@ -4,33 +4,54 @@
 # same pixels.
 # Usage: take-pictures.sh [FOLDER], by default docs/pictures; build the program first
 set -euo pipefail
-root=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")/..")
+here=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")")
+root=$(dirname "$here")
+demonstration=$root/build/demonstration
+
+# Runs the demonstration until so many seconds after its first picture.
+play_for() {
+    local seconds=$1
+    shift
+    local first_picture=$demonstration/home/.local/state/sonmere/first_picture
+    rm -f "$first_picture"
+    "$here/demonstrate" "$demonstration" "$@" &
+    until [ -e "$first_picture" ]; do
+        kill -0 $!
+        sleep 0.1
+    done
+    sleep "$seconds"
+    kill $!
+}
+
+if [ "${1:-}" = --play-for ]; then
+    play_for "${@:2}"
+    exit
+fi
+
 pictures=$(readlink -f "${1:-$root/docs/pictures}")
 mkdir -p "$pictures"
 
-# Runs a command for some seconds; the picture is what its window showed last.
-picture_after() {
-    local seconds=$1 name=$2
-    shift 2
-    "$root/packaging/on-virtual-display.sh" "$pictures/$name.jpg" \
-        timeout "$seconds" "$@" || [ $? -eq 124 ]
+# The picture is what the window showed last.
+take() {
+    local name=$1
+    shift
+    "$root/packaging/on-virtual-display.sh" "$pictures/$name.jpg" "$@"
 }
 
-demonstration() {
+take_at() {
     local seconds=$1 name=$2
     shift 2
-    picture_after "$seconds" "$name" "$root/demo/demonstrate" "$root/build/demonstration" "$@"
+    take "$name" "$here/take-pictures.sh" --play-for "$seconds" "$@"
 }
 
-demonstration 7 combo
-demonstration 7 ir --view ir
-demonstration 7 depth --view depth
-demonstration 9 rgb --view rgb
-demonstration 18 two-people --view combo
-demonstration 18 room-overview --view room_overview
-demonstration 23 skeletal --view skeletal
-demonstration 36 follow --view follow
-demonstration 53 three-people --view combo
-demonstration 59 scan --view combo
-cd "$root/build"
-picture_after 4 degraded ./halcyra-control-center --no-camera
+take_at 4 combo
+take_at 4 ir --view ir
+take_at 4 depth --view depth
+take_at 8.5 rgb --view rgb
+take_at 14.6 two-people --view combo
+take_at 14.6 room-overview --view room_overview
+take_at 20.5 skeletal --view skeletal
+take_at 32.5 follow --view follow
+take_at 50 three-people --view combo
+take_at 56 scan --view combo
+take degraded "$root/build/halcyra-control-center" --no-camera --frames 60
