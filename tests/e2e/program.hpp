@@ -24,6 +24,7 @@ class Program {
  public:
   Program(const Stage& stage, const ProgramStart& start);
 
+  pid_t id() const { return process_->id(); }
   bool running() { return process_->running(); }
   std::optional<ProcessEnd> wait_for_end() { return process_->wait_for_end(); }
   std::string output() const;
