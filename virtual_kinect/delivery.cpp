@@ -5,6 +5,7 @@
 #include <mutex>
 
 #include "virtual_kinect/delivered_frame.hpp"
+#include "virtual_kinect/frame_faults.hpp"
 
 namespace halcyra::virtual_kinect {
 
@@ -16,6 +17,11 @@ using libfreenect2::FrameListener;
 constexpr int kSensorPace = 30;  // also what the time stamps of pace 0 pretend
 constexpr std::uint64_t kTicksPerSecond = 8000;
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+constexpr std::chrono::nanoseconds kFrameTime(kNanosecondsPerSecond / kSensorPace);
+
+// Long enough for a reader that waits for one second at a time to notice.
+constexpr std::chrono::milliseconds kPause(2500);
+constexpr std::uint64_t kPauseTicks = kPause.count() * kTicksPerSecond / 1000;
 
 }  // namespace
 
@@ -47,15 +53,17 @@ class Delivery::SetHold {
   const std::shared_ptr<Turn> turn_;
 };
 
-Delivery::Delivery(FrameSource source, int pace, const Listeners& listeners)
-    : source_(std::move(source)), pace_(pace), turn_(std::make_shared<Turn>()) {
+Delivery::Delivery(FrameSource source, const DeliverySettings& settings, const Listeners& listeners)
+    : source_(std::move(source)), settings_(settings), turn_(std::make_shared<Turn>()) {
   turn_->listeners = listeners;
   if (!source_.streams.empty()) {
     thread_ = std::thread([this] { run(); });
   }
 }
 
-Delivery::~Delivery() {
+Delivery::~Delivery() { end(); }
+
+void Delivery::end() {
   {
     const std::lock_guard lock(turn_->mutex);
     turn_->ended = true;
@@ -66,50 +74,110 @@ Delivery::~Delivery() {
   }
 }
 
+void Delivery::end_with_a_late_set() {
+  end();
+  std::vector<PreparedFrame> frames = prepare(next_set_);
+  hand_out(frames);
+}
+
 void Delivery::set_listeners(const Listeners& listeners) {
   const std::lock_guard lock(turn_->mutex);
   turn_->listeners = listeners;
   turn_->changed.notify_all();
 }
 
-// A set is decoded before its turn has come, while the program still works on the one before.
 void Delivery::run() {
-  for (std::uint64_t set = 0; !source_.set_count || set < *source_.set_count;
-       set = set_after(set)) {
-    std::vector<PreparedFrame> frames = prepare(set);
-    if (set == 0) {
-      first_due_ = Clock::now();
-    }
-    if (!wait_for_turn(set)) {
+  while (play_once()) {
+    if (!settings_.resumes) {
+      is_over_ = true;
       return;
     }
-    hand_out(frames);
+    if (!rest(kPause)) {
+      return;
+    }
+    first_set_ = next_set_;
+    ++pauses_;
   }
 }
 
+// All sets, once. A set is decoded before its turn has come, while the program still works on the
+// one before. False when the delivery has ended.
+bool Delivery::play_once() {
+  std::uint64_t set = first_set_;
+  while (!source_.set_count || set < first_set_ + *source_.set_count) {
+    std::vector<PreparedFrame> frames = prepare(set);
+    if (set == first_set_) {
+      first_due_ = Clock::now();
+    }
+    if (!wait_for_turn(set)) {
+      return false;
+    }
+    hand_out(frames);
+    next_set_ = set + 1;
+    if (is_followed_at_once(set) && !rest(kFrameTime)) {
+      return false;
+    }
+    set = set_after(set);
+  }
+  return true;
+}
+
+bool Delivery::has_all_frames(std::uint64_t set) const {
+  return std::none_of(source_.streams.begin(), source_.streams.end(), [&](Frame::Type stream) {
+    return is_lost(stream, set, settings_.lost_percent);
+  });
+}
+
+// Whether nobody's release of this set is waited for.
+bool Delivery::is_followed_at_once(std::uint64_t set) const {
+  return settings_.pace == 0 && !has_all_frames(set);
+}
+
+std::unique_ptr<Frame> Delivery::make_faulty_frame(
+    Frame::Type stream, std::uint64_t set, const std::shared_ptr<const SetHold>& hold) const {
+  auto frame = make_frame(source_.image(stream, set), hold);
+  frame->sequence = settings_.first_sequence + static_cast<std::uint32_t>(set);
+  frame->timestamp = timestamp_of(set);
+  if (is_damaged(stream, set, settings_.damaged_percent)) {
+    damage(*frame, set);
+  }
+  return frame;
+}
+
 std::vector<Delivery::PreparedFrame> Delivery::prepare(std::uint64_t set) const {
+  const bool is_held = settings_.pace == 0 && has_all_frames(set);
   const std::shared_ptr<const SetHold> hold =
-      pace_ == 0 ? std::make_shared<const SetHold>(turn_) : nullptr;
-  const auto pace = static_cast<std::uint64_t>(pace_ == 0 ? kSensorPace : pace_);
+      is_held ? std::make_shared<const SetHold>(turn_) : nullptr;
   std::vector<PreparedFrame> frames;
   for (const Frame::Type stream : source_.streams) {
-    auto frame = make_frame(source_.image(stream, set), hold);
-    frame->sequence = static_cast<std::uint32_t>(set);
-    frame->timestamp = static_cast<std::uint32_t>(set * kTicksPerSecond / pace);
-    frames.emplace_back(stream, std::move(frame));
+    if (!is_lost(stream, set, settings_.lost_percent)) {
+      frames.emplace_back(stream, make_faulty_frame(stream, set, hold));
+    }
   }
   return frames;
+}
+
+std::uint32_t Delivery::timestamp_of(std::uint64_t set) const {
+  const auto pace = static_cast<std::uint64_t>(settings_.pace == 0 ? kSensorPace : settings_.pace);
+  const std::uint64_t ticks = set * kTicksPerSecond / pace + pauses_ * kPauseTicks;
+  return settings_.first_timestamp + static_cast<std::uint32_t>(ticks);
+}
+
+// False when the delivery has ended meanwhile.
+bool Delivery::rest(std::chrono::nanoseconds duration) {
+  std::unique_lock lock(turn_->mutex);
+  return !turn_->changed.wait_for(lock, duration, [this] { return turn_->ended; });
 }
 
 // False when the delivery has ended.
 bool Delivery::wait_for_turn(std::uint64_t set) {
   std::unique_lock lock(turn_->mutex);
-  if (pace_ > 0) {
+  if (settings_.pace > 0) {
     return !turn_->changed.wait_until(lock, due(set), [this] { return turn_->ended; });
   }
   turn_->changed.wait(lock,
                       [this] { return turn_->ended || (!turn_->set_held && turn_->is_heard()); });
-  turn_->set_held = true;
+  turn_->set_held = has_all_frames(set);
   return !turn_->ended;
 }
 
@@ -129,19 +197,20 @@ void Delivery::hand_out(std::vector<PreparedFrame>& frames) {
 
 std::uint64_t Delivery::set_after(std::uint64_t set) const {
   const std::uint64_t next = set + 1;
-  if (pace_ == 0 || (source_.set_count && next >= *source_.set_count)) {
+  const std::uint64_t end = first_set_ + source_.set_count.value_or(0);
+  if (settings_.pace == 0 || (source_.set_count && next >= end)) {
     return next;
   }
   const std::chrono::nanoseconds elapsed = Clock::now() - first_due_;
-  const auto newest_due =
-      static_cast<std::uint64_t>(elapsed.count() * pace_ / kNanosecondsPerSecond);
-  const std::uint64_t last = source_.set_count ? *source_.set_count - 1 : newest_due;
+  const auto newest_due = first_set_ + static_cast<std::uint64_t>(elapsed.count() * settings_.pace /
+                                                                  kNanosecondsPerSecond);
+  const std::uint64_t last = source_.set_count ? end - 1 : newest_due;
   return std::max(next, std::min(newest_due, last));
 }
 
 Delivery::Clock::time_point Delivery::due(std::uint64_t set) const {
-  return first_due_ +
-         std::chrono::nanoseconds(static_cast<std::int64_t>(set) * kNanosecondsPerSecond / pace_);
+  const auto sets = static_cast<std::int64_t>(set - first_set_);
+  return first_due_ + std::chrono::nanoseconds(sets * kNanosecondsPerSecond / settings_.pace);
 }
 
 }  // namespace halcyra::virtual_kinect

@@ -18,6 +18,7 @@ namespace {
 using libfreenect2::Frame;
 
 constexpr const char* kNotAMap = "cannot be read as one map of keys and values";
+constexpr int kMostPace = 120;
 
 // Each reader below returns what is wrong with the value, or an empty string.
 
@@ -29,46 +30,70 @@ std::string read_text(const cv::FileNode& node, std::string& value) {
   return {};
 }
 
-std::string read_pace(const cv::FileNode& node, int& value) {
-  if (!node.isInt() || static_cast<int>(node) < 0 || static_cast<int>(node) > 120) {
-    return "must be a whole number from 0 to 120";
+std::string read_number(const cv::FileNode& node, int most, int& value) {
+  if (!node.isInt() || static_cast<int>(node) < 0 || static_cast<int>(node) > most) {
+    return "must be a whole number from 0 to " + std::to_string(most);
   }
   value = static_cast<int>(node);
   return {};
 }
 
 template <typename Value>
-std::string read_choice(const cv::FileNode& node, const std::pair<const char*, Value>& first,
-                        const std::pair<const char*, Value>& second, Value& value) {
-  for (const auto& [word, meaning] : {first, second}) {
+using Choices = std::vector<std::pair<const char*, Value>>;
+
+template <typename Value>
+std::string read_choice(const cv::FileNode& node, const Choices<Value>& choices, Value& value) {
+  std::string words;
+  for (const auto& [word, meaning] : choices) {
     if (node.isString() && node.string() == word) {
       value = meaning;
       return {};
     }
+    words.append(words.empty() ? "" : " or ").append(word);
   }
-  return std::string("must be ") + first.first + " or " + second.first;
+  return "must be " + words;
+}
+
+std::string read_flag(const cv::FileNode& node, const char* yes, const char* no, bool& value) {
+  return read_choice(node, Choices<bool>{{yes, true}, {no, false}}, value);
+}
+
+std::string read_after(const cv::FileNode& node, AfterLastSet& value) {
+  return read_choice(node,
+                     Choices<AfterLastSet>{{"loop", AfterLastSet::loop},
+                                           {"stall", AfterLastSet::stall},
+                                           {"pause", AfterLastSet::pause},
+                                           {"unplug", AfterLastSet::unplug}},
+                     value);
+}
+
+std::string read_stop(const cv::FileNode& node, StopOutcome& value) {
+  return read_choice(
+      node,
+      Choices<StopOutcome>{
+          {"ok", StopOutcome::ok}, {"fail", StopOutcome::fail}, {"late", StopOutcome::late}},
+      value);
+}
+
+std::string read_color_format(const cv::FileNode& node, Frame::Format& value) {
+  return read_choice(node, Choices<Frame::Format>{{"BGRX", Frame::BGRX}, {"RGBX", Frame::RGBX}},
+                     value);
 }
 
 std::string read_value(const cv::FileNode& node, DeviceSettings& settings) {
-  using Flag = std::pair<const char*, bool>;
-  using Order = std::pair<const char*, Frame::Format>;
   const std::string key = node.name();
   if (key == "serial") return read_text(node, settings.serial);
   if (key == "firmware") return read_text(node, settings.firmware);
-  if (key == "color_format") {
-    return read_choice(node, Order("BGRX", Frame::BGRX), Order("RGBX", Frame::RGBX),
-                       settings.color_format);
-  }
-  if (key == "pace") return read_pace(node, settings.pace);
-  if (key == "after") {
-    return read_choice(node, Flag("loop", true), Flag("stall", false), settings.loops);
-  }
-  if (key == "open") {
-    return read_choice(node, Flag("ok", true), Flag("fail", false), settings.opens);
-  }
-  if (key == "start") {
-    return read_choice(node, Flag("ok", true), Flag("fail", false), settings.starts);
-  }
+  if (key == "color_format") return read_color_format(node, settings.color_format);
+  if (key == "pace") return read_number(node, kMostPace, settings.pace);
+  if (key == "after") return read_after(node, settings.after);
+  if (key == "open") return read_flag(node, "ok", "fail", settings.opens);
+  if (key == "start") return read_flag(node, "ok", "fail", settings.starts);
+  if (key == "stop") return read_stop(node, settings.stop);
+  if (key == "close") return read_flag(node, "ok", "fail", settings.closes);
+  if (key == "drop") return read_number(node, 100, settings.lost_percent);
+  if (key == "corrupt") return read_number(node, 100, settings.damaged_percent);
+  if (key == "counters") return read_flag(node, "wrap", "zero", settings.counters_wrap);
   return "is not a known key";
 }
 
@@ -85,20 +110,28 @@ std::string storage_text(std::string text) {
   return text + "\n...\n";
 }
 
-// FileStorage keeps the low 32 bits of an integer, so that a pace far out of range can come out
-// inside it.
-bool pace_overflows(const std::string& text) {
-  constexpr std::string_view kKey = "pace";
+bool has_too_many_digits(const std::string& text, const std::string& key) {
   constexpr std::size_t kMostDigits = 9;
-  for (std::size_t at = text.find(kKey); at != std::string::npos; at = text.find(kKey, at + 1)) {
+  for (std::size_t at = text.find(key); at != std::string::npos; at = text.find(key, at + 1)) {
     const bool starts_line = text.find_last_of('\n', at) == text.find_last_not_of(' ', at - 1);
-    const std::size_t digits = text.find_first_not_of(" \r\n:+-", at + kKey.size());
+    const std::size_t digits = text.find_first_not_of(" \r\n:+-", at + key.size());
     const std::size_t end = text.find_first_not_of("0123456789abcdefABCDEFxX", digits);
     if (starts_line && digits != std::string::npos && end - digits > kMostDigits) {
       return true;
     }
   }
   return false;
+}
+
+// FileStorage keeps the low 32 bits of an integer, so that a number far out of range can come out
+// inside it.
+std::string overflow_fault(const std::string& text) {
+  for (const std::string key : {"pace", "drop", "corrupt"}) {
+    if (has_too_many_digits(text, key)) {
+      return "\"" + key + "\" has too many digits";
+    }
+  }
+  return {};
 }
 
 std::string read_map(const cv::FileNode& root, DeviceSettings& settings) {
@@ -126,7 +159,7 @@ std::string read_settings(const std::string& text, DeviceSettings& settings) {
       return kNotAMap;
     }
     const std::string fault = read_map(root, settings);
-    return fault.empty() && pace_overflows(document) ? "\"pace\" has too many digits" : fault;
+    return fault.empty() ? overflow_fault(document) : fault;
   } catch (const std::exception&) {
     return kNotAMap;
   }

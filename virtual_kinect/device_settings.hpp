@@ -8,14 +8,32 @@
 
 namespace halcyra::virtual_kinect {
 
+enum class AfterLastSet {
+  loop,    // the first follows at once
+  stall,   // nothing more
+  pause,   // nothing for 2.5 seconds, then the first again
+  unplug,  // nothing more, as after the loss of the device; `stop` then fails
+};
+
+enum class StopOutcome {
+  ok,
+  fail,  // the streams end, but `stop` returns false
+  late,  // one more set arrives while they end
+};
+
 struct DeviceSettings {
   std::string serial = "000000000000";
   std::string firmware = "0.0.0";
   libfreenect2::Frame::Format color_format = libfreenect2::Frame::BGRX;
-  int pace = 30;       // sets per second; 0: each set waits for the release of the one before
-  bool loops = true;   // after the last set: start again, or deliver nothing more
+  int pace = 30;  // sets per second; 0: each set waits for the release of the one before
+  AfterLastSet after = AfterLastSet::loop;
   bool opens = true;   // false: the device cannot be opened
   bool starts = true;  // false: its streams cannot be started
+  StopOutcome stop = StopOutcome::ok;
+  bool closes = true;          // false: `close` returns false
+  int lost_percent = 0;        // of each stream's frames: never arrive
+  int damaged_percent = 0;     // of each stream's frames: arrive unusable or with arbitrary pixels
+  bool counters_wrap = false;  // sequence numbers and time stamps overflow within half a second
 };
 
 // Reads `file` over the defaults; a missing or empty file leaves them. False: the file cannot be

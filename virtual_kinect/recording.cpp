@@ -75,8 +75,10 @@ std::vector<fs::path> stream_files(const fs::path& recording, Frame::Type stream
 }
 
 FrameSource open_recording(const fs::path& recording, const DeviceSettings& settings) {
+  const bool endless = settings.after == AfterLastSet::loop;
+  const bool repeats = endless || settings.after == AfterLastSet::pause;
   const auto opened = std::make_shared<Recording>(
-      Recording{{}, settings.color_format, ImageCache(settings.loops ? kLoopCacheBytes : 0)});
+      Recording{{}, settings.color_format, ImageCache(repeats ? kLoopCacheBytes : 0)});
   FrameSource source;
   std::size_t set_count = 0;
   for (const Frame::Type stream : {Frame::Color, Frame::Ir, Frame::Depth}) {
@@ -87,7 +89,7 @@ FrameSource open_recording(const fs::path& recording, const DeviceSettings& sett
       opened->files[stream] = std::move(files);
     }
   }
-  if (!settings.loops) {
+  if (!endless) {
     source.set_count = set_count;
   }
   source.image = [opened, set_count](Frame::Type stream, std::uint64_t set) {

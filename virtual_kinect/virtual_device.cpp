@@ -8,6 +8,27 @@ namespace halcyra::virtual_kinect {
 using libfreenect2::Frame;
 using libfreenect2::FrameListener;
 
+namespace {
+
+// Half a second before the numbers run over at 30 sets a second.
+constexpr std::uint32_t kLastSequences = 0U - 15U;
+constexpr std::uint32_t kLastTimestamps = 0U - 4000U;
+
+DeliverySettings delivery_settings(const DeviceSettings& device) {
+  DeliverySettings delivery;
+  delivery.pace = device.pace;
+  delivery.resumes = device.after == AfterLastSet::pause;
+  delivery.lost_percent = device.lost_percent;
+  delivery.damaged_percent = device.damaged_percent;
+  if (device.counters_wrap) {
+    delivery.first_sequence = kLastSequences;
+    delivery.first_timestamp = kLastTimestamps;
+  }
+  return delivery;
+}
+
+}  // namespace
+
 VirtualDevice::VirtualDevice(DeviceSettings settings, std::function<FrameSource()> open_source,
                              std::function<void(VirtualDevice*)> forget)
     : settings_(std::move(settings)),
@@ -53,21 +74,28 @@ bool VirtualDevice::startStreams(bool rgb, bool depth) {
   };
   source.streams.erase(std::remove_if(source.streams.begin(), source.streams.end(), unwanted),
                        source.streams.end());
-  delivery_ = std::make_unique<Delivery>(std::move(source), settings_.pace, listeners_);
+  delivery_ =
+      std::make_unique<Delivery>(std::move(source), delivery_settings(settings_), listeners_);
   firmware_read_ = true;
   return true;
 }
 
 bool VirtualDevice::stop() {
-  const bool was_streaming = delivery_ != nullptr;
+  if (!delivery_) {
+    return false;
+  }
+  const bool unplugged = settings_.after == AfterLastSet::unplug && delivery_->is_over();
+  if (settings_.stop == StopOutcome::late && !unplugged) {
+    delivery_->end_with_a_late_set();
+  }
   delivery_.reset();
-  return was_streaming;
+  return settings_.stop != StopOutcome::fail && !unplugged;
 }
 
 bool VirtualDevice::close() {
   stop();
   open_ = false;
-  return true;
+  return settings_.closes;
 }
 
 }  // namespace halcyra::virtual_kinect

@@ -31,8 +31,10 @@ class VirtualDevice final : public libfreenect2::Freenect2Device {
   // False when the device is closed or streams already.
   bool start() override;
   bool startStreams(bool rgb, bool depth) override;
-  // False when the device does not stream.
+  // Ends the streams. False when there are none, when the settings want it so, and when the device
+  // counts as unplugged.
   bool stop() override;
+  // False only when the settings want it so; the device is closed all the same.
   bool close() override;
 
  private:

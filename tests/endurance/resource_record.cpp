@@ -49,13 +49,13 @@ std::vector<ResourcePeriod> periods_of(const std::vector<ProcessResources>& samp
   return periods;
 }
 
-std::string growth(const std::vector<ResourcePeriod>& periods) {
+std::string growth(const std::vector<ResourcePeriod>& periods, Memory memory) {
   if (periods.empty()) return "nothing was measured\n";
   const ResourcePeriod& first = periods.front();
   const ResourcePeriod& last = periods.back();
   std::string found;
-  if (static_cast<double>(last.resident_kib) >
-      static_cast<double>(first.resident_kib) * kMemoryTolerance) {
+  const double most_kib = static_cast<double>(first.resident_kib) * kMemoryTolerance;
+  if (memory == Memory::compared && static_cast<double>(last.resident_kib) > most_kib) {
     found += compared("resident memory (KiB)", first.resident_kib, last.resident_kib);
   }
   if (last.descriptors > first.descriptors) {

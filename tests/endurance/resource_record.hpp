@@ -16,8 +16,10 @@ using ResourcePeriod = ProcessResources;
 std::vector<ResourcePeriod> periods_of(const std::vector<ProcessResources>& samples, int count);
 
 // What the last period holds more of than the first: "" when nothing. Memory may differ by 2 %, as
-// the allocator keeps what it was given back in other amounts at other times.
-std::string growth(const std::vector<ResourcePeriod>& periods);
+// the allocator keeps what it was given back in other amounts at other times; it is left out where
+// the run was too short for the caches to have filled in its first period.
+enum class Memory { compared, left_out };
+std::string growth(const std::vector<ResourcePeriod>& periods, Memory memory);
 
 // A line for each period.
 std::string table_of(const std::vector<ResourcePeriod>& periods);

@@ -16,8 +16,9 @@ std::vector<ProcessResources> level_samples() {
   return std::vector<ProcessResources>(100, {100000, 20, 8, 0});
 }
 
-std::string growth_of(const std::vector<ProcessResources>& samples) {
-  return growth(periods_of(samples, 10));
+std::string growth_of(const std::vector<ProcessResources>& samples,
+                      Memory memory = Memory::compared) {
+  return growth(periods_of(samples, 10), memory);
 }
 
 TEST(ResourceRecord, LevelRunDoesNotGrow) { EXPECT_EQ(growth_of(level_samples()), ""); }
@@ -34,6 +35,7 @@ TEST(ResourceRecord, MemoryThatStaysIsGrowth) {
   std::vector<ProcessResources> samples = level_samples();
   for (std::size_t i = 90; i < 100; ++i) samples[i].resident_kib = 102100;
   EXPECT_EQ(growth_of(samples), "resident memory (KiB) grew from 100000 to 102100\n");
+  EXPECT_EQ(growth_of(samples, Memory::left_out), "");
 }
 
 TEST(ResourceRecord, OneMoreOfAnythingIsGrowth) {
@@ -42,6 +44,7 @@ TEST(ResourceRecord, OneMoreOfAnythingIsGrowth) {
     std::vector<ProcessResources> samples = level_samples();
     for (std::size_t i = 50; i < 100; ++i) samples[i].*value += 1;
     EXPECT_NE(growth_of(samples), "");
+    EXPECT_NE(growth_of(samples, Memory::left_out), "");
   }
 }
 

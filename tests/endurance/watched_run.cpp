@@ -21,9 +21,11 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kTurn(100);
 constexpr std::size_t kTurnsForAKey = 13;
 constexpr int kLeastPeriods = 10;
+constexpr std::size_t kLeastSamplesForMemory = 3000;  // five minutes
 
-// Threads and caches that the first pictures call for.
-constexpr std::chrono::seconds kWarmUp(8);
+// Threads and caches that the first pictures call for: ten seconds, or less of a short run.
+constexpr std::size_t kWarmUpSamples = 100;
+constexpr std::size_t kWarmUpShare = 3;
 
 void press_one_of_all(XDesktop& desktop, std::size_t turn) {
   static const std::vector<std::string> kKeys = {"1", "2", "3",   "4", "5", "6", "7", "b",
@@ -34,13 +36,14 @@ void press_one_of_all(XDesktop& desktop, std::size_t turn) {
 // Samples and presses keys until the run has ended or `enough` says so.
 std::vector<ProcessResources> watch(DesktopRun& run, const std::function<bool()>& enough) {
   std::vector<ProcessResources> samples;
-  const Clock::time_point warm = Clock::now() + kWarmUp;
   for (std::size_t turn = 1; run.program().running() && !enough(); ++turn) {
     const std::optional<ProcessResources> resources = read_resources(run.program().id());
-    if (resources && Clock::now() > warm) samples.push_back(*resources);
+    if (resources) samples.push_back(*resources);
     press_one_of_all(run.desktop(), turn);
     std::this_thread::sleep_for(kTurn);
   }
+  const std::size_t warm = std::min(kWarmUpSamples, samples.size() / kWarmUpShare);
+  samples.erase(samples.begin(), samples.begin() + static_cast<std::ptrdiff_t>(warm));
   return samples;
 }
 
@@ -48,7 +51,8 @@ std::vector<ProcessResources> watch(DesktopRun& run, const std::function<bool()>
 bool judge(DesktopRun& run, bool ended_well, const std::vector<ProcessResources>& samples,
            int period_count) {
   const std::vector<ResourcePeriod> periods = periods_of(samples, period_count);
-  const std::string grown = growth(periods);
+  const bool long_enough = samples.size() >= kLeastSamplesForMemory;
+  const std::string grown = growth(periods, long_enough ? Memory::compared : Memory::left_out);
   std::cout << table_of(periods) << grown << summary_line(run.program().output());
   if (!ended_well) std::cout << "did not end well\n" << run.program().errors();
   std::cout << std::flush;

@@ -156,7 +156,7 @@ float pixel(const FrameMap& frames, Frame::Type type) {
 TEST(LockstepDelivery, ASlowReaderSeesEverySetInOrder) {
   Requests requests;
   SyncMultiFrameListener listener(all_types);
-  const Delivery delivery(numbered_source(requests), 0, both(listener));
+  const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 200; ++set) {
     ASSERT_TRUE(take_set(listener, frames));
@@ -172,7 +172,7 @@ TEST(LockstepDelivery, ASlowReaderSeesEverySetInOrder) {
 TEST(LockstepDelivery, ASetThatNobodyTakesWaitsToo) {
   Requests requests;
   SyncMultiFrameListener listener(all_types);
-  const Delivery delivery(numbered_source(requests), 0, both(listener));
+  const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 20; ++set) {
     // The set lies there while the next one is being made.
@@ -186,7 +186,7 @@ TEST(LockstepDelivery, ASetThatNobodyTakesWaitsToo) {
 TEST(LockstepDelivery, TheNextSetComesWhenEveryFrameOfTheOneBeforeIsDeleted) {
   Requests requests;
   KeepingListener listener;
-  const Delivery delivery(numbered_source(requests), 0, both(listener));
+  const Delivery delivery(numbered_source(requests), {0}, both(listener));
   for (std::size_t set = 0; set < 50; ++set) {
     ASSERT_EQ(listener.wait_for(3 * set + 3).size(), 3 * set + 3);
     for (int frame = 0; frame < 3; ++frame) {
@@ -205,7 +205,7 @@ TEST(LockstepDelivery, TheNextSetComesWhenEveryFrameOfTheOneBeforeIsDeleted) {
 TEST(LockstepDelivery, TheNextSetIsMadeWhileTheOneBeforeIsHeld) {
   Requests requests;
   SyncMultiFrameListener listener(all_types);
-  const Delivery delivery(numbered_source(requests), 0, both(listener));
+  const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   ASSERT_TRUE(take_set(listener, frames));
   EXPECT_EQ(requests.wait_for(2), std::vector<std::uint64_t>({0, 1}));
@@ -215,14 +215,14 @@ TEST(LockstepDelivery, TheNextSetIsMadeWhileTheOneBeforeIsHeld) {
 TEST(LockstepDelivery, RefusedFramesAreReleased) {
   Requests requests;
   RefusingListener listener;
-  const Delivery delivery(numbered_source(requests), 0, both(listener));
+  const Delivery delivery(numbered_source(requests), {0}, both(listener));
   EXPECT_TRUE(listener.wait_for(10));
 }
 
 TEST(LockstepDelivery, PartlyRefusedSetsWaitForTheRest) {
   Requests requests;
   SyncMultiFrameListener listener(Frame::Depth);
-  const Delivery delivery(numbered_source(requests), 0, both(listener));
+  const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 50; ++set) {
     ASSERT_TRUE(take_set(listener, frames));
@@ -233,7 +233,7 @@ TEST(LockstepDelivery, PartlyRefusedSetsWaitForTheRest) {
 
 TEST(LockstepDelivery, WaitsForAListener) {
   Requests requests;
-  Delivery delivery(numbered_source(requests), 0, Listeners());
+  Delivery delivery(numbered_source(requests), {0}, Listeners());
   for (int times = 0; times < 1000; ++times) {
     EXPECT_EQ(requests.wait_for(1), std::vector<std::uint64_t>({0}));
     std::this_thread::yield();
@@ -251,7 +251,7 @@ TEST(LockstepDelivery, WaitsForAListener) {
 TEST(LockstepDelivery, TimeStampsCountAThirtiethOfASecondEach) {
   Requests requests;
   SyncMultiFrameListener listener(all_types);
-  const Delivery delivery(numbered_source(requests), 0, both(listener));
+  const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 5; ++set) {
     ASSERT_TRUE(take_set(listener, frames));
@@ -267,7 +267,7 @@ TEST(LockstepDelivery, EndsWithTheLastSet) {
   SyncMultiFrameListener listener(all_types);
   FrameMap frames;
   {
-    const Delivery delivery(numbered_source(requests, 2), 0, both(listener));
+    const Delivery delivery(numbered_source(requests, 2), {0}, both(listener));
     for (int set = 0; set < 2; ++set) {
       ASSERT_TRUE(take_set(listener, frames));
       listener.release(frames);
@@ -282,7 +282,7 @@ TEST(LockstepDelivery, EndsWhileASetIsHeld) {
   SyncMultiFrameListener listener(all_types);
   FrameMap frames;
   {
-    const Delivery delivery(numbered_source(requests), 0, both(listener));
+    const Delivery delivery(numbered_source(requests), {0}, both(listener));
     ASSERT_TRUE(take_set(listener, frames));
   }
   EXPECT_EQ(pixel(frames, Frame::Ir), 0.0F);
@@ -293,7 +293,7 @@ TEST(LockstepDelivery, EndsWhileTheListenerIsFull) {
   Requests requests;
   SyncMultiFrameListener listener(all_types);
   {
-    const Delivery delivery(numbered_source(requests), 0, both(listener));
+    const Delivery delivery(numbered_source(requests), {0}, both(listener));
     requests.wait_for(2);
   }
   EXPECT_TRUE(listener.hasNewFrame());
@@ -301,14 +301,14 @@ TEST(LockstepDelivery, EndsWhileTheListenerIsFull) {
 
 TEST(LockstepDelivery, EndsWithoutAListener) {
   Requests requests;
-  { const Delivery delivery(numbered_source(requests), 0, Listeners()); }
-  { const Delivery delivery(numbered_source(requests), 120, Listeners()); }
+  { const Delivery delivery(numbered_source(requests), {0}, Listeners()); }
+  { const Delivery delivery(numbered_source(requests), {120}, Listeners()); }
 }
 
 TEST(RealTimeDelivery, ASetThatNobodyTookIsReplaced) {
   Requests requests;
   SyncMultiFrameListener listener(all_types);
-  const Delivery delivery(numbered_source(requests), 120, both(listener));
+  const Delivery delivery(numbered_source(requests), {120}, both(listener));
   // When the third is being made, two were delivered.
   ASSERT_GE(requests.wait_for(3).size(), 3U);
   FrameMap frames;
@@ -323,7 +323,7 @@ TEST(RealTimeDelivery, ASetThatNobodyTookIsReplaced) {
 TEST(RealTimeDelivery, GoesOnWhileASetIsHeld) {
   Requests requests;
   KeepingListener listener;
-  const Delivery delivery(numbered_source(requests), 120, both(listener));
+  const Delivery delivery(numbered_source(requests), {120}, both(listener));
   const std::vector<KeepingListener::Arrival> arrivals = listener.wait_for(12);
   ASSERT_GE(arrivals.size(), 12U);
   for (std::size_t i = 3; i < arrivals.size(); ++i) {
@@ -336,7 +336,7 @@ TEST(RealTimeDelivery, NoSetComesBeforeItIsDue) {
   Requests requests;
   KeepingListener listener;
   const Clock::time_point start = Clock::now();
-  const Delivery delivery(numbered_source(requests), 100, both(listener));
+  const Delivery delivery(numbered_source(requests), {100}, both(listener));
   const std::vector<KeepingListener::Arrival> arrivals = listener.wait_for(30);
   ASSERT_GE(arrivals.size(), 30U);
   EXPECT_EQ(arrivals[0].sequence, 0U);
@@ -349,7 +349,7 @@ TEST(RealTimeDelivery, TimeStampsFollowThePace) {
   for (const int pace : {7, 120}) {
     Requests requests;
     KeepingListener listener;
-    const Delivery delivery(numbered_source(requests), pace, both(listener));
+    const Delivery delivery(numbered_source(requests), {pace}, both(listener));
     for (const KeepingListener::Arrival& arrival : listener.wait_for(6)) {
       EXPECT_EQ(arrival.timestamp, arrival.sequence * 8000 / static_cast<std::uint32_t>(pace));
     }
@@ -370,7 +370,7 @@ class SlowListener final : public FrameListener {
 TEST(RealTimeDelivery, PassesOverSetsWhoseTimeIsGone) {
   Requests requests;
   SlowListener listener;
-  const Delivery delivery(numbered_source(requests), 120, {&listener, nullptr});
+  const Delivery delivery(numbered_source(requests), {120}, {&listener, nullptr});
   const std::vector<std::uint64_t> sets = requests.wait_for(2);
   ASSERT_GE(sets.size(), 2U);
   EXPECT_EQ(sets[0], 0U);
@@ -380,7 +380,7 @@ TEST(RealTimeDelivery, PassesOverSetsWhoseTimeIsGone) {
 TEST(RealTimeDelivery, TheLastSetIsNeverPassedOver) {
   Requests requests;
   SlowListener listener;
-  const Delivery delivery(numbered_source(requests, 5), 120, {&listener, nullptr});
+  const Delivery delivery(numbered_source(requests, 5), {120}, {&listener, nullptr});
   EXPECT_EQ(requests.wait_for(2), std::vector<std::uint64_t>({0, 4}));
 }
 
@@ -388,7 +388,7 @@ TEST(RealTimeDelivery, EndsWhileTheListenerIsFull) {
   Requests requests;
   SyncMultiFrameListener listener(all_types);
   {
-    const Delivery delivery(numbered_source(requests), 1, both(listener));
+    const Delivery delivery(numbered_source(requests), {1}, both(listener));
     requests.wait_for(2);  // the next set is due in a second
   }
   EXPECT_TRUE(listener.hasNewFrame());
@@ -398,7 +398,7 @@ TEST(RealTimeDelivery, FramesOutliveIt) {
   Requests requests;
   KeepingListener listener;
   {
-    const Delivery delivery(numbered_source(requests), 120, both(listener));
+    const Delivery delivery(numbered_source(requests), {120}, both(listener));
     listener.wait_for(3);
   }
   listener.drop_all();
@@ -409,7 +409,7 @@ TEST(Delivery, EachStreamGoesToItsListener) {
     Requests requests;
     KeepingListener color;
     KeepingListener ir_and_depth;
-    const Delivery delivery(numbered_source(requests), pace, {&color, &ir_and_depth});
+    const Delivery delivery(numbered_source(requests), {pace}, {&color, &ir_and_depth});
     EXPECT_EQ(color.wait_for(1)[0].type, Frame::Color);
     std::set<Frame::Type> types;
     for (const KeepingListener::Arrival& arrival : ir_and_depth.wait_for(2)) {
@@ -422,7 +422,7 @@ TEST(Delivery, EachStreamGoesToItsListener) {
 TEST(Delivery, ASourceWithoutStreamsDeliversNothing) {
   for (const int pace : {0, 120}) {
     KeepingListener listener;
-    { const Delivery delivery(FrameSource(), pace, both(listener)); }
+    { const Delivery delivery(FrameSource(), {pace}, both(listener)); }
     EXPECT_EQ(listener.arrived(), 0U);
   }
 }

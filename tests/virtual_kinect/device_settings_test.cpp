@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -49,9 +51,14 @@ class DeviceSettingsTest : public testing::Test {
     EXPECT_EQ(settings_.firmware, "0.0.0");
     EXPECT_EQ(settings_.color_format, Frame::BGRX);
     EXPECT_EQ(settings_.pace, 30);
-    EXPECT_TRUE(settings_.loops);
+    EXPECT_EQ(settings_.after, AfterLastSet::loop);
     EXPECT_TRUE(settings_.opens);
     EXPECT_TRUE(settings_.starts);
+    EXPECT_EQ(settings_.stop, StopOutcome::ok);
+    EXPECT_TRUE(settings_.closes);
+    EXPECT_EQ(settings_.lost_percent, 0);
+    EXPECT_EQ(settings_.damaged_percent, 0);
+    EXPECT_FALSE(settings_.counters_wrap);
   }
 
   TemporaryFolder folder_;
@@ -83,15 +90,43 @@ TEST_F(DeviceSettingsTest, ReadsEveryKey) {
                    "pace: 12\n"
                    "after: stall\n"
                    "open: fail\n"
-                   "start: fail\n"))
+                   "start: fail\n"
+                   "stop: fail\n"
+                   "close: fail\n"
+                   "drop: 5\n"
+                   "corrupt: 100\n"
+                   "counters: wrap\n"))
       << complaint_;
   EXPECT_EQ(settings_.serial, "012345678901");
   EXPECT_EQ(settings_.firmware, "4.3.3912.0");
   EXPECT_EQ(settings_.color_format, Frame::RGBX);
   EXPECT_EQ(settings_.pace, 12);
-  EXPECT_FALSE(settings_.loops);
+  EXPECT_EQ(settings_.after, AfterLastSet::stall);
   EXPECT_FALSE(settings_.opens);
   EXPECT_FALSE(settings_.starts);
+  EXPECT_EQ(settings_.stop, StopOutcome::fail);
+  EXPECT_FALSE(settings_.closes);
+  EXPECT_EQ(settings_.lost_percent, 5);
+  EXPECT_EQ(settings_.damaged_percent, 100);
+  EXPECT_TRUE(settings_.counters_wrap);
+}
+
+TEST_F(DeviceSettingsTest, KnowsEveryWord) {
+  const std::vector<std::pair<std::string, AfterLastSet>> after = {
+      {"loop", AfterLastSet::loop},
+      {"stall", AfterLastSet::stall},
+      {"pause", AfterLastSet::pause},
+      {"unplug", AfterLastSet::unplug}};
+  for (const auto& [word, meaning] : after) {
+    ASSERT_TRUE(read_entries("after: " + word + "\n")) << complaint_;
+    EXPECT_EQ(settings_.after, meaning);
+  }
+  const std::vector<std::pair<std::string, StopOutcome>> stop = {
+      {"ok", StopOutcome::ok}, {"fail", StopOutcome::fail}, {"late", StopOutcome::late}};
+  for (const auto& [word, meaning] : stop) {
+    ASSERT_TRUE(read_entries("stop: " + word + "\n")) << complaint_;
+    EXPECT_EQ(settings_.stop, meaning);
+  }
 }
 
 TEST_F(DeviceSettingsTest, ReadsTheDefaultsWhereTheyAreWritten) {
@@ -102,7 +137,12 @@ TEST_F(DeviceSettingsTest, ReadsTheDefaultsWhereTheyAreWritten) {
                    "pace: 30\n"
                    "after: loop\n"
                    "open: ok\n"
-                   "start: ok\n"))
+                   "start: ok\n"
+                   "stop: ok\n"
+                   "close: ok\n"
+                   "drop: 0\n"
+                   "corrupt: 0\n"
+                   "counters: zero\n"))
       << complaint_;
   expect_defaults();
 }
@@ -116,7 +156,7 @@ TEST_F(DeviceSettingsTest, EachKeyIsOptional) {
 
 TEST_F(DeviceSettingsTest, WordsMayBeQuoted) {
   ASSERT_TRUE(read_entries("after: \"stall\"\nopen: 'fail'\n")) << complaint_;
-  EXPECT_FALSE(settings_.loops);
+  EXPECT_EQ(settings_.after, AfterLastSet::stall);
   EXPECT_FALSE(settings_.opens);
 }
 
@@ -147,6 +187,14 @@ TEST_F(DeviceSettingsTest, PaceIsNotWrappedAround) {
   }
 }
 
+TEST_F(DeviceSettingsTest, SharesGoFrom0To100) {
+  for (const std::string key : {"drop", "corrupt"}) {
+    for (const char* share : {"-1", "101", "4294967297", "0.5", "\"5\"", "all"}) {
+      expect_refused(key + ": " + share + "\n", key);
+    }
+  }
+}
+
 TEST_F(DeviceSettingsTest, PaceIsAWholeNumber) {
   for (const char* pace : {"30.0", "29.97", "\"30\"", "fast", "[ 30 ]", "{ sets: 30 }"}) {
     expect_refused(std::string("pace: ") + pace + "\n", "pace");
@@ -172,6 +220,9 @@ TEST_F(DeviceSettingsTest, ChoicesAreTakenToTheLetter) {
   expect_refused("open: 1\n", "open");
   expect_refused("start: failed\n", "start");
   expect_refused("start: \"\"\n", "start");
+  expect_refused("stop: never\n", "stop");
+  expect_refused("close: late\n", "close");
+  expect_refused("counters: one\n", "counters");
 }
 
 TEST_F(DeviceSettingsTest, UnknownKeysAreRefused) {

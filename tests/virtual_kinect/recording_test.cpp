@@ -18,7 +18,7 @@ using libfreenect2::Frame;
 
 DeviceSettings stalling() {
   DeviceSettings settings;
-  settings.loops = false;
+  settings.after = AfterLastSet::stall;
   return settings;
 }
 

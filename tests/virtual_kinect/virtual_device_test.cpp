@@ -1,6 +1,7 @@
 #include "virtual_kinect/virtual_device.hpp"
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <thread>
@@ -37,7 +38,8 @@ class VirtualDeviceTest : public testing::Test {
 
   std::unique_ptr<VirtualDevice> make_device() {
     auto device = std::make_unique<VirtualDevice>(
-        settings_, all_streams, [this](VirtualDevice* gone) { forgotten_.push_back(gone); });
+        settings_, [this] { return source_; },
+        [this](VirtualDevice* gone) { forgotten_.push_back(gone); });
     device->setColorFrameListener(&listener_);
     device->setIrAndDepthFrameListener(&listener_);
     return device;
@@ -52,6 +54,7 @@ class VirtualDeviceTest : public testing::Test {
   }
 
   DeviceSettings settings_;
+  FrameSource source_ = all_streams();
   SyncMultiFrameListener listener_{Frame::Color | Frame::Ir | Frame::Depth};
   FrameMap frames_;
   std::vector<VirtualDevice*> forgotten_;
@@ -221,6 +224,61 @@ TEST_F(VirtualDeviceTest, CloseStopsTheStreams) {
   EXPECT_TRUE(device->close());
   EXPECT_FALSE(device->is_open());
   EXPECT_FALSE(device->stop());
+}
+
+TEST_F(VirtualDeviceTest, MayFailToStopAndToClose) {
+  settings_.stop = StopOutcome::fail;
+  settings_.closes = false;
+  const auto device = make_device();
+  ASSERT_TRUE(device->start());
+  next_set();
+  EXPECT_FALSE(device->stop());
+  EXPECT_FALSE(device->close());
+  EXPECT_FALSE(device->is_open());
+}
+
+TEST_F(VirtualDeviceTest, LateSetArrivesWhileItStops) {
+  settings_.stop = StopOutcome::late;
+  const auto device = make_device();
+  ASSERT_TRUE(device->start());
+  ASSERT_TRUE(take_set(listener_, frames_));
+  EXPECT_TRUE(device->stop());
+  listener_.release(frames_);
+  EXPECT_TRUE(listener_.hasNewFrame());
+  EXPECT_TRUE(device->close());
+}
+
+TEST_F(VirtualDeviceTest, CannotBeStoppedOnceItIsUnplugged) {
+  settings_.after = AfterLastSet::unplug;
+  source_.set_count = 2;
+  const auto device = make_device();
+  ASSERT_TRUE(device->start());
+  next_set();
+  next_set();
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
+  while (std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+  EXPECT_FALSE(listener_.hasNewFrame());
+  EXPECT_FALSE(device->stop());
+  EXPECT_TRUE(device->close());
+}
+
+TEST_F(VirtualDeviceTest, CanBeStoppedWhileItIsPluggedIn) {
+  settings_.after = AfterLastSet::unplug;
+  const auto device = make_device();
+  ASSERT_TRUE(device->start());
+  next_set();
+  EXPECT_TRUE(device->stop());
+}
+
+TEST_F(VirtualDeviceTest, CountersMayRunOver) {
+  settings_.counters_wrap = true;
+  const auto device = make_device();
+  ASSERT_TRUE(device->start());
+  const std::uint32_t first = next_set();
+  EXPECT_GT(first, 0U - 100U);
+  std::uint32_t sets = 1;
+  while (next_set() != 0 && sets < 100) ++sets;
+  EXPECT_EQ(sets, 0U - first);
 }
 
 TEST_F(VirtualDeviceTest, IsForgottenWhenDestroyed) {

@@ -1,0 +1,167 @@
+// A delivery that loses, damages, interrupts and overruns.
+#include <set>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <libfreenect2/frame_listener_impl.h>
+
+#include "tests/virtual_kinect/take_set.hpp"
+#include "virtual_kinect/delivery.hpp"
+#include "virtual_kinect/frame_faults.hpp"
+
+namespace halcyra::virtual_kinect {
+namespace {
+
+using libfreenect2::Frame;
+using libfreenect2::FrameListener;
+using libfreenect2::FrameMap;
+using libfreenect2::SyncMultiFrameListener;
+
+constexpr unsigned int all_types = Frame::Color | Frame::Ir | Frame::Depth;
+
+FrameSource pixel_source(std::optional<std::uint64_t> set_count = std::nullopt) {
+  FrameSource source;
+  source.streams = {Frame::Color, Frame::Ir, Frame::Depth};
+  source.set_count = set_count;
+  source.image = [](Frame::Type, std::uint64_t set) {
+    return StreamImage{cv::Mat(2, 2, CV_32FC1, cv::Scalar(static_cast<double>(set))),
+                       cv::Size(2, 2), 4, Frame::Float};
+  };
+  return source;
+}
+
+Listeners both(FrameListener& listener) { return {&listener, &listener}; }
+
+DeliverySettings paced(int pace) {
+  DeliverySettings settings;
+  settings.pace = pace;
+  return settings;
+}
+
+// The sequence number of each frame of the next set.
+std::set<std::uint32_t> next_sequences(SyncMultiFrameListener& listener) {
+  FrameMap frames;
+  std::set<std::uint32_t> sequences;
+  EXPECT_TRUE(take_set(listener, frames));
+  for (const auto& [type, frame] : frames) sequences.insert(frame->sequence);
+  listener.release(frames);
+  return sequences;
+}
+
+class FaultyDelivery : public ::testing::TestWithParam<int> {
+ protected:
+  DeliverySettings settings_ = paced(GetParam());
+  SyncMultiFrameListener listener_{all_types};
+};
+
+INSTANTIATE_TEST_SUITE_P(Paces, FaultyDelivery, ::testing::Values(0, 120));
+
+TEST_P(FaultyDelivery, GoesOnAfterLostFrames) {
+  settings_.lost_percent = 30;
+  const Delivery delivery(pixel_source(), settings_, both(listener_));
+  bool mixed = false;
+  std::uint32_t last = 0;
+  for (int taken = 0; taken < 40; ++taken) {
+    const std::set<std::uint32_t> sequences = next_sequences(listener_);
+    ASSERT_FALSE(sequences.empty());
+    EXPECT_GE(*sequences.rbegin(), last);
+    last = *sequences.rbegin();
+    mixed = mixed || sequences.size() > 1;
+  }
+  EXPECT_GE(last, 40U);
+  EXPECT_TRUE(mixed);
+}
+
+TEST_P(FaultyDelivery, WithoutAnyFrameDeliversNothingAndEnds) {
+  settings_.lost_percent = 100;
+  const Delivery delivery(pixel_source(), settings_, both(listener_));
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  EXPECT_FALSE(listener_.hasNewFrame());
+}
+
+TEST_P(FaultyDelivery, DamagesWhatItIsToldTo) {
+  settings_.damaged_percent = 40;
+  const Delivery delivery(pixel_source(), settings_, both(listener_));
+  FrameMap frames;
+  for (int taken = 0; taken < 40; ++taken) {
+    ASSERT_TRUE(take_set(listener_, frames));
+    for (const auto& [type, frame] : frames) {
+      EXPECT_EQ(frame->status != 0, is_damaged(type, frame->sequence, 40));
+    }
+    listener_.release(frames);
+  }
+}
+
+TEST_P(FaultyDelivery, NumbersRunOver) {
+  settings_.first_sequence = 0U - 2U;
+  settings_.first_timestamp = 0U - 100U;
+  const Delivery delivery(pixel_source(), settings_, both(listener_));
+  std::uint32_t sequence = 0U - 2U;
+  while (sequence > 4) sequence = *next_sequences(listener_).rbegin();
+  FrameMap frames;
+  ASSERT_TRUE(take_set(listener_, frames));
+  const Frame& frame = *frames.begin()->second;
+  const std::uint32_t pace = GetParam() == 0 ? 30U : 120U;
+  EXPECT_EQ(frame.timestamp, (frame.sequence + 2) * 8000 / pace - 100);
+  listener_.release(frames);
+}
+
+TEST_P(FaultyDelivery, ResumesAfterAPause) {
+  settings_.resumes = true;
+  const Delivery delivery(pixel_source(2), settings_, both(listener_));
+  std::uint32_t last = 0;
+  std::uint32_t timestamp = 0;
+  const auto start = std::chrono::steady_clock::now();
+  while (last < 3) {
+    FrameMap frames;
+    ASSERT_TRUE(take_set(listener_, frames));
+    last = frames.at(Frame::Ir)->sequence;
+    timestamp = frames.at(Frame::Ir)->timestamp;
+    listener_.release(frames);
+  }
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2500));
+  EXPECT_EQ(last, 3U);
+  EXPECT_EQ(timestamp, 2500U * 8 + 3 * 8000 / (GetParam() == 0 ? 30U : 120U));
+  EXPECT_FALSE(delivery.is_over());
+}
+
+TEST_P(FaultyDelivery, EndsInAPause) {
+  settings_.resumes = true;
+  const Delivery delivery(pixel_source(1), settings_, both(listener_));
+  next_sequences(listener_);
+}
+
+TEST_P(FaultyDelivery, IsOverAfterTheLastSet) {
+  const Delivery delivery(pixel_source(2), settings_, both(listener_));
+  EXPECT_FALSE(delivery.is_over());
+  while (*next_sequences(listener_).rbegin() < 1) {
+  }
+  const auto limit = std::chrono::steady_clock::now() + patience;
+  while (!delivery.is_over() && std::chrono::steady_clock::now() < limit) {
+    std::this_thread::yield();
+  }
+  EXPECT_TRUE(delivery.is_over());
+}
+
+TEST_P(FaultyDelivery, LateSetFollowsTheLast) {
+  Delivery delivery(pixel_source(), settings_, both(listener_));
+  const std::uint32_t taken = *next_sequences(listener_).rbegin();
+  delivery.end_with_a_late_set();
+  EXPECT_TRUE(listener_.hasNewFrame());
+  EXPECT_GT(*next_sequences(listener_).begin(), taken);
+  EXPECT_FALSE(listener_.hasNewFrame());
+}
+
+// The listener is still full, and a set is held.
+TEST_P(FaultyDelivery, LateSetReplacesWhatNobodyTook) {
+  FrameMap held;
+  Delivery delivery(pixel_source(), settings_, both(listener_));
+  ASSERT_TRUE(take_set(listener_, held));
+  delivery.end_with_a_late_set();
+  listener_.release(held);
+  EXPECT_TRUE(listener_.hasNewFrame());
+}
+
+}  // namespace
+}  // namespace halcyra::virtual_kinect
