@@ -14,6 +14,7 @@
 #include "app/layout_image.hpp"
 #include "app/room_events.hpp"
 #include "app/runtime_status.hpp"
+#include "app/standard_streams.hpp"
 #include "app/window_geometry.hpp"
 #include "awareness/update_room_awareness.hpp"
 #include "capture/frame_set.hpp"
@@ -188,6 +189,7 @@ void shut_down(ControlCenter& center) {
 }  // namespace
 
 int run_control_center(int argc, const char* const* argv) {
+  secure_standard_streams();
   ControlCenter center;
   if (!parse_args(argc, argv, center.options)) {
     usage(argv[0]);

@@ -20,6 +20,7 @@ virtual_display_packages=(
 test_packages=(
     libgtest-dev
     libx11-dev libxtst-dev            # real key presses in the end-to-end tests
+    locales                           # sources of a locale with a decimal comma
     openbox                           # closing and resizing windows as a person does
 )
 bench_packages=(libbenchmark-dev)

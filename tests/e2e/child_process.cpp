@@ -1,6 +1,7 @@
 #include "tests/e2e/child_process.hpp"
 
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -31,6 +32,36 @@ void redirect(const std::filesystem::path& file, int flags, int descriptor) {
   close(opened);
 }
 
+void let_reader_go(int descriptor) {
+  int ends[2];
+  if (pipe(ends) != 0 || dup2(ends[1], descriptor) < 0) {
+    _exit(126);
+  }
+  close(ends[0]);
+  close(ends[1]);
+}
+
+void make_odd(const OddStreams& streams) {
+  for (const int descriptor : streams.full) {
+    redirect("/dev/full", O_WRONLY, descriptor);
+  }
+  for (const int descriptor : streams.without_reader) {
+    let_reader_go(descriptor);
+  }
+  for (const int descriptor : streams.closed) {
+    close(descriptor);
+  }
+}
+
+// Others than root have not the right to give these up, and nothing to give up.
+void give_up_file_privileges() {
+  const bool given_up = prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE, 0, 0, 0) == 0 &&
+                        prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH, 0, 0, 0) == 0;
+  if (!given_up && geteuid() == 0) {
+    _exit(126);
+  }
+}
+
 // Runs in the child, between fork and exec.
 [[noreturn]] void become(const ProcessStart& start, char* const* arguments,
                          char* const* environment) {
@@ -41,6 +72,11 @@ void redirect(const std::filesystem::path& file, int flags, int descriptor) {
   redirect("/dev/null", O_RDONLY, STDIN_FILENO);
   redirect(start.stdout_file, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
   redirect(start.stderr_file, O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
+  make_odd(start.streams);
+  if (start.bound_by_modes) {
+    give_up_file_privileges();
+  }
+  signal(SIGPIPE, SIG_DFL);
   if (start.inherited_descriptor >= 0) {
     fcntl(start.inherited_descriptor, F_SETFD, 0);
   }

@@ -11,6 +11,13 @@
 
 namespace halcyra {
 
+// What is odd about descriptors 0 to 2 of a process.
+struct OddStreams {
+  std::vector<int> closed = {};          // not open at the start
+  std::vector<int> full = {};            // no room on the device
+  std::vector<int> without_reader = {};  // a pipe whose reader has gone
+};
+
 struct ProcessStart {
   std::string executable;              // absolute path, or a name to look up on the test's own PATH
   std::vector<std::string> arguments;  // without the name of the program
@@ -18,6 +25,8 @@ struct ProcessStart {
   std::filesystem::path working_folder = ".";
   std::filesystem::path stdout_file = "/dev/null";
   std::filesystem::path stderr_file = "/dev/null";
+  OddStreams streams = {};
+  bool bound_by_modes = false;    // as root, too, is refused what a file's mode refuses
   int inherited_descriptor = -1;  // one more descriptor that stays open in the child
 };
 

@@ -27,6 +27,8 @@ Program::Program(const Stage& stage, const ProgramStart& start)
   process.working_folder = stage.working_folder();
   process.stdout_file = output_file_;
   process.stderr_file = errors_file_;
+  process.streams = start.streams;
+  process.bound_by_modes = start.bound_by_modes;
   process_ = std::make_unique<ChildProcess>(process);
 }
 

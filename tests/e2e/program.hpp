@@ -18,6 +18,8 @@ struct ProgramStart {
   std::map<std::string, std::string> environment = {};  // beside the stage's
   std::string executable = HALCYRA_PROGRAM;
   std::vector<std::string> unset = {};  // variables of the stage that the program is not to see
+  OddStreams streams = {};
+  bool bound_by_modes = false;  // see ProcessStart
 };
 
 class Program {

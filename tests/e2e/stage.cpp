@@ -28,20 +28,25 @@ std::filesystem::path Stage::event_file() const {
   return home() / ".local/state/halcyra/first-run-event.json";
 }
 
-std::filesystem::path Stage::script_of(const std::string& command) const {
+std::filesystem::path Stage::file_of(const std::string& command) const {
   return command == "sonmerectl" ? working_folder() / "install" / command
                                  : folder() / "bin" / command;
 }
 
-void Stage::provide(const std::string& command) { commands_.answer_nothing(script_of(command)); }
+void Stage::provide(const std::string& command) { commands_.answer_nothing(file_of(command)); }
 
-void Stage::withdraw(const std::string& command) { std::filesystem::remove(script_of(command)); }
+void Stage::provide_script(const std::string& command, const std::string& lines) {
+  write_text(file_of(command), "#!/bin/sh\n" + lines);
+  std::filesystem::permissions(file_of(command), std::filesystem::perms::owner_all);
+}
+
+void Stage::withdraw(const std::string& command) { std::filesystem::remove(file_of(command)); }
 
 void Stage::answer(const std::string& call, const std::string& text) {
   constexpr int kFailure = 3;
   const std::size_t name_length = std::min(call.find(' '), call.size());
   const std::string arguments = call.substr(std::min(name_length + 1, call.size()));
-  commands_.answer(script_of(call.substr(0, name_length)), arguments, text, kFailure);
+  commands_.answer(file_of(call.substr(0, name_length)), arguments, text, kFailure);
 }
 
 void Stage::write_event_file(const std::string& text) { write_text(event_file(), text); }

@@ -27,6 +27,12 @@ class Stage {
   void provide(const std::string& command);
   void withdraw(const std::string& command);
 
+  // Makes the command a shell script of these lines, which can rely on no PATH.
+  void provide_script(const std::string& command, const std::string& lines);
+
+  // Where the program finds the command.
+  std::filesystem::path file_of(const std::string& command) const;
+
   // What the command prints when called so, for example "sonmerectl status".
   void answer(const std::string& call, const std::string& text);
 
@@ -40,8 +46,6 @@ class Stage {
   std::map<std::string, std::string> environment() const;
 
  private:
-  std::filesystem::path script_of(const std::string& command) const;
-
   TemporaryFolder folder_;
   FakeCommands commands_;
 };

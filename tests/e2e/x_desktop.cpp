@@ -78,6 +78,14 @@ bool XDesktop::window_shown() {
          attributes.map_state == IsViewable;
 }
 
+bool XDesktop::follow_window() {
+  if (const Window found = find_titled(display_.get(), DefaultRootWindow(display_.get()))) {
+    window_ = found;
+    return true;
+  }
+  return false;
+}
+
 bool XDesktop::windows_are_managed() {
   Display* const display = display_.get();
   Atom type = 0;
@@ -121,6 +129,17 @@ void XDesktop::press(const std::string& keysym_name) {
   XSync(display, False);
 }
 
+void XDesktop::send_key(const std::string& keysym_name, bool down) {
+  Display* const display = display_.get();
+  const KeyCode code = XKeysymToKeycode(display, XStringToKeysym(keysym_name.c_str()));
+  XTestFakeKeyEvent(display, code, down ? True : False, CurrentTime);
+  XSync(display, False);
+}
+
+void XDesktop::hold(const std::string& keysym_name) { send_key(keysym_name, true); }
+
+void XDesktop::let_go(const std::string& keysym_name) { send_key(keysym_name, false); }
+
 cv::Mat XDesktop::screenshot() {
   if (!window_shown()) {
     return {};
@@ -142,6 +161,41 @@ void XDesktop::resize(cv::Size size) {
   XResizeWindow(display_.get(), window_, static_cast<unsigned int>(size.width),
                 static_cast<unsigned int>(size.height));
   XSync(display_.get(), False);
+}
+
+void XDesktop::move(cv::Point place) {
+  XMoveWindow(display_.get(), window_, place.x, place.y);
+  XSync(display_.get(), False);
+}
+
+// By the Extended Window Manager Hints, requests go to the root window.
+void XDesktop::ask_manager(const char* request, long first, long second) {
+  Display* const display = display_.get();
+  XEvent event{};
+  event.xclient.type = ClientMessage;
+  event.xclient.window = window_;
+  event.xclient.message_type = XInternAtom(display, request, False);
+  event.xclient.format = 32;
+  event.xclient.data.l[0] = first;
+  event.xclient.data.l[1] = second;
+  XSendEvent(display, DefaultRootWindow(display), False,
+             SubstructureRedirectMask | SubstructureNotifyMask, &event);
+  XSync(display, False);
+}
+
+void XDesktop::set_fullscreen(bool wanted) {
+  const Atom fullscreen = XInternAtom(display_.get(), "_NET_WM_STATE_FULLSCREEN", False);
+  ask_manager("_NET_WM_STATE", wanted ? 1 : 0, static_cast<long>(fullscreen));
+}
+
+void XDesktop::minimise() {
+  XIconifyWindow(display_.get(), window_, DefaultScreen(display_.get()));
+  XSync(display_.get(), False);
+}
+
+void XDesktop::bring_back() {
+  constexpr long kFromPager = 2;
+  ask_manager("_NET_ACTIVE_WINDOW", kFromPager, CurrentTime);
 }
 
 void XDesktop::ask_to_close() {
