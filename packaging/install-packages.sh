@@ -5,6 +5,7 @@
 #   virtual-display  to run it without a display and keep a picture of its window
 #   test             what the tests need beside the first two
 #   bench            what the benchmarks need beside the first
+#   sanitize         what the sanitized build with its fuzz targets needs beside the first three
 set -euo pipefail
 
 run_packages=(
@@ -24,6 +25,10 @@ test_packages=(
     openbox                           # closing and resizing windows as a person does
 )
 bench_packages=(libbenchmark-dev)
+sanitize_packages=(
+    clang-14
+    libclang-rt-14-dev                # the sanitizers' and libFuzzer's own libraries
+)
 
 wanted=()
 for group in "$@"; do
@@ -31,9 +36,10 @@ for group in "$@"; do
         run) wanted+=("${run_packages[@]}") ;;
         virtual-display) wanted+=("${virtual_display_packages[@]}") ;;
         bench) wanted+=("${bench_packages[@]}") ;;
+        sanitize) wanted+=("${sanitize_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test|bench..." >&2
+            echo "usage: $0 run|virtual-display|test|bench|sanitize..." >&2
             exit 2
             ;;
     esac

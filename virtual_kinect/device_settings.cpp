@@ -134,6 +134,20 @@ std::string overflow_fault(const std::string& text) {
   return {};
 }
 
+// FileStorage never comes back from a line that begins with a dash after the end of a document.
+bool goes_on_with_a_dash(const std::string& document) {
+  constexpr std::string_view kEndMarker = "\n...";
+  std::size_t line = document.find(kEndMarker) + kEndMarker.size();  // storage_text sets one
+  while (line != std::string::npos) {
+    const std::size_t first = document.find_first_not_of(" \t\r\n", line);
+    if (first != std::string::npos && document[first] == '-') {
+      return true;
+    }
+    line = document.find('\n', first);
+  }
+  return false;
+}
+
 std::string read_map(const cv::FileNode& root, DeviceSettings& settings) {
   std::set<std::string> seen;
   for (const cv::FileNode& node : root) {
@@ -148,11 +162,11 @@ std::string read_map(const cv::FileNode& root, DeviceSettings& settings) {
 }
 
 std::string read_settings(const std::string& text, DeviceSettings& settings) {
-  if (text.find('\0') != std::string::npos) {
+  const std::string document = storage_text(text);
+  if (text.find('\0') != std::string::npos || goes_on_with_a_dash(document)) {
     return kNotAMap;
   }
   try {
-    const std::string document = storage_text(text);
     const cv::FileStorage storage(document, cv::FileStorage::READ | cv::FileStorage::MEMORY);
     const cv::FileNode root = storage.root();
     if (!(root.isMap() || root.isNone()) || !storage.root(1).empty()) {

@@ -258,6 +258,19 @@ TEST_F(DeviceSettingsTest, WhatIsNoMapIsRefused) {
   expect_unreadable("%YAML:1.0\n---\npace: 1\n...\n---\nopen: fail\n");
 }
 
+// OpenCV's reader does not come back from these.
+TEST_F(DeviceSettingsTest, ADashAfterTheEndOfTheMapIsRefused) {
+  for (const char* text : {"pace: 1\n...\n- x\n", "pace: 1\n...- x\n",
+                           "pace: 1\n...\n# more\n  - x\n", "---\n...\n-\n", "- 1\n...\n--\n"}) {
+    expect_unreadable(text);
+  }
+}
+
+TEST_F(DeviceSettingsTest, ACommentAfterTheEndOfTheMapIsNot) {
+  ASSERT_TRUE(read("pace: 5\n...\n# a - b\n\n")) << complaint_;
+  EXPECT_EQ(settings_.pace, 5);
+}
+
 TEST_F(DeviceSettingsTest, WhatIsNoFileIsRefused) {
   std::filesystem::create_directory(file_);
   EXPECT_FALSE(read_device_settings(file_, settings_, complaint_));

@@ -25,8 +25,8 @@ using libfreenect2::SyncMultiFrameListener;
 #ifdef LIBFREENECT2_THREADING_STDLIB
 
 TEST(WaitWithTimeout, EndsWithoutASet) {
+  std::atomic<int> alive = 0;  // outlives the frames that the listener keeps
   SyncMultiFrameListener listener(Frame::Color | Frame::Depth);
-  std::atomic<int> alive = 0;
   FrameMap frames;
   EXPECT_FALSE(listener.waitForNewFrame(frames, 1));
   EXPECT_FALSE(listener.waitForNewFrame(frames, 0));
@@ -44,8 +44,8 @@ TEST(WaitWithTimeout, LastsAsLongAsAskedFor) {
 }
 
 TEST(WaitWithTimeout, HandsOutASetThatIsThere) {
-  SyncMultiFrameListener listener(Frame::Color);
   std::atomic<int> alive = 0;
+  SyncMultiFrameListener listener(Frame::Color);
   FrameMap frames;
   listener.onNewFrame(Frame::Color, new CountedFrame(alive, 4));
   ASSERT_TRUE(listener.waitForNewFrame(frames, 0));
@@ -58,8 +58,8 @@ TEST(WaitWithTimeout, HandsOutASetThatIsThere) {
 }
 
 TEST(WaitWithTimeout, EndsEarlyWithASet) {
-  SyncMultiFrameListener listener(Frame::Color);
   std::atomic<int> alive = 0;
+  SyncMultiFrameListener listener(Frame::Color);
   FrameMap frames;
   std::thread driver([&] { listener.onNewFrame(Frame::Color, new CountedFrame(alive)); });
   EXPECT_TRUE(listener.waitForNewFrame(frames, 60'000));
@@ -89,8 +89,8 @@ TEST(WaitWithTimeout, TimesOutOnAStalledSensor) {
 #else
 
 TEST(WaitIgnoringTimeout, BlocksUntilASetComes) {
-  SyncMultiFrameListener listener(Frame::Color);
   std::atomic<int> alive = 0;
+  SyncMultiFrameListener listener(Frame::Color);
   FrameMap frames;
   std::promise<void> waiting;
   std::future<bool> result = std::async(std::launch::async, [&] {
@@ -108,8 +108,8 @@ TEST(WaitIgnoringTimeout, BlocksUntilASetComes) {
 }
 
 TEST(WaitIgnoringTimeout, HandsOutASetThatIsThere) {
-  SyncMultiFrameListener listener(Frame::Color);
   std::atomic<int> alive = 0;
+  SyncMultiFrameListener listener(Frame::Color);
   FrameMap frames;
   listener.onNewFrame(Frame::Color, new CountedFrame(alive, 2));
   EXPECT_TRUE(listener.waitForNewFrame(frames, 0));
