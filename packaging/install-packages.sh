@@ -6,6 +6,7 @@
 #   test             what the tests need beside the first two
 #   bench            what the benchmarks need beside the first
 #   sanitize         what the sanitized build with its fuzz targets needs beside the first three
+#   package          to make the Debian package and check it
 set -euo pipefail
 
 run_packages=(
@@ -30,6 +31,12 @@ sanitize_packages=(
     libclang-rt-14-dev                # the sanitizers' and libFuzzer's own libraries
 )
 
+package_packages=(
+    dpkg-dev file gzip                # making the Debian package
+    lintian desktop-file-utils appstream groff zsh fish doxygen   # and having everything judged
+    mmdebstrap                        # a Debian of its own to install it in
+)
+
 wanted=()
 for group in "$@"; do
     case "$group" in
@@ -37,9 +44,10 @@ for group in "$@"; do
         virtual-display) wanted+=("${virtual_display_packages[@]}") ;;
         bench) wanted+=("${bench_packages[@]}") ;;
         sanitize) wanted+=("${sanitize_packages[@]}") ;;
+        package) wanted+=("${package_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test|bench|sanitize..." >&2
+            echo "usage: $0 run|virtual-display|test|bench|sanitize|package..." >&2
             exit 2
             ;;
     esac
