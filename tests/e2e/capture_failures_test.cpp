@@ -130,15 +130,8 @@ TEST_F(RefusingSensor, StartFails) {
   EXPECT_GE(std::stoi(summary["frames"]), 1);
 }
 
-// On a driver whose timeout works and on one that would block for ever.
-class StallingSensor : public SensorRun, public ::testing::WithParamInterface<const char*> {
+class StallingSensor : public SensorRunOnBothDrivers {
  protected:
-  ProgramStart start_of_driver(const std::vector<std::string>& arguments) const {
-    ProgramStart result = start(arguments);
-    result.executable = GetParam();
-    return result;
-  }
-
   static void expect_live_window(DesktopRun& run) {
     run.desktop().press("b");
     EXPECT_TRUE(run.wait_for_message("Debug boxes/detail enabled"));
@@ -146,23 +139,15 @@ class StallingSensor : public SensorRun, public ::testing::WithParamInterface<co
   }
 };
 
-std::string driver_name(const ::testing::TestParamInfo<const char*>& info) {
-  return info.index == 0 ? "TimeoutWorks" : "TimeoutIgnored";
-}
-
 INSTANTIATE_TEST_SUITE_P(Drivers, StallingSensor,
-                         ::testing::Values(HALCYRA_PROGRAM, HALCYRA_PROGRAM_IGNORING_TIMEOUT),
-                         driver_name);
+                         ::testing::ValuesIn(SensorRunOnBothDrivers::drivers()),
+                         SensorRunOnBothDrivers::driver_name);
 
 TEST_P(StallingSensor, FromTheStart) {
   recording_.add_color(empty_room_picture());
   recording_.add_infrared(infrared_halves());
   DesktopRun run(stage_, start_of_driver({"--view", "depth", "--frames", "5"}));
-  ExpectedDashboard scene = waiting_scene("depth");
-  scene.status.kinect_message = "timeout waiting for Kinect frame";
-  scene.status.ir_message = "timeout waiting for IR frame";
-  scene.status.depth_message = "timeout waiting for depth frame";
-  EXPECT_EQ(run.wait_for(scene), "");
+  EXPECT_EQ(run.wait_for(stalled_scene("depth")), "");
   expect_live_window(run);
   Summary summary = summary_values(run.program().output());
   EXPECT_EQ(summary["frames"], "0");

@@ -17,15 +17,8 @@ constexpr char kTimeout[] = "timeout waiting for Kinect frame";
 
 cv::Mat bright_room_picture() { return 255 - empty_room_picture(); }
 
-// Each test on a driver whose timeout works and on one that would block for ever.
-class FaultySensor : public SensorRun, public ::testing::WithParamInterface<const char*> {
+class FaultySensor : public SensorRunOnBothDrivers {
  protected:
-  ProgramStart start_of_driver(const std::vector<std::string>& arguments) const {
-    ProgramStart result = start(arguments);
-    result.executable = GetParam();
-    return result;
-  }
-
   // Of a run without a window that ends as it should.
   Summary summary_of_driver(const std::vector<std::string>& arguments) {
     Program program(stage_, start_of_driver(arguments));
@@ -42,13 +35,9 @@ class FaultySensor : public SensorRun, public ::testing::WithParamInterface<cons
   }
 };
 
-std::string driver_name(const ::testing::TestParamInfo<const char*>& info) {
-  return info.index == 0 ? "TimeoutWorks" : "TimeoutIgnored";
-}
-
 INSTANTIATE_TEST_SUITE_P(Drivers, FaultySensor,
-                         ::testing::Values(HALCYRA_PROGRAM, HALCYRA_PROGRAM_IGNORING_TIMEOUT),
-                         driver_name);
+                         ::testing::ValuesIn(SensorRunOnBothDrivers::drivers()),
+                         SensorRunOnBothDrivers::driver_name);
 
 // The sentence of the stall stays, the pictures move on.
 TEST_P(FaultySensor, StallsAndResumes) {
@@ -110,11 +99,7 @@ TEST_P(FaultySensor, LosesEveryFrame) {
   recording_.set_device("drop: 100\n");
   add_good_sets(1);
   DesktopRun run(stage_, start_of_driver({}));
-  ExpectedDashboard scene = waiting_scene("combo");
-  scene.status.kinect_message = kTimeout;
-  scene.status.ir_message = "timeout waiting for IR frame";
-  scene.status.depth_message = "timeout waiting for depth frame";
-  EXPECT_EQ(run.wait_for(scene), "");
+  EXPECT_EQ(run.wait_for(stalled_scene("combo")), "");
   EXPECT_TRUE(run.quit());
   EXPECT_EQ(summary_values(run.program().output()).at("frames"), "0");
 }
@@ -150,11 +135,7 @@ class DamagedFrames : public SensorRun {
 TEST_F(DamagedFrames, CannotBeUsed) {
   damage_sets(4);
   DesktopRun run(stage_, start({}));
-  ExpectedDashboard scene = waiting_scene("combo");
-  scene.status.kinect_message = kTimeout;
-  scene.status.ir_message = "timeout waiting for IR frame";
-  scene.status.depth_message = "timeout waiting for depth frame";
-  EXPECT_EQ(run.wait_for(scene), "");
+  EXPECT_EQ(run.wait_for(stalled_scene("combo")), "");
   EXPECT_TRUE(run.quit());
   Summary summary = summary_values(run.program().output());
   EXPECT_EQ(summary["frames"], "0");
@@ -180,11 +161,7 @@ TEST_P(MissingStream, IsAStall) {
   add_good_sets(2);
   std::filesystem::remove_all(recording_.folder() / GetParam());
   DesktopRun run(stage_, start({"--view", "ir"}));
-  ExpectedDashboard scene = waiting_scene("ir");
-  scene.status.kinect_message = kTimeout;
-  scene.status.ir_message = "timeout waiting for IR frame";
-  scene.status.depth_message = "timeout waiting for depth frame";
-  EXPECT_EQ(run.wait_for(scene), "");
+  EXPECT_EQ(run.wait_for(stalled_scene("ir")), "");
   EXPECT_TRUE(run.quit());
   EXPECT_EQ(summary_values(run.program().output()).at("frames"), "0");
 }

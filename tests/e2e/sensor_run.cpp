@@ -75,6 +75,14 @@ ExpectedDashboard SensorRun::waiting_scene(const std::string& view) {
   return scene;
 }
 
+ExpectedDashboard SensorRun::stalled_scene(const std::string& view) {
+  ExpectedDashboard scene = waiting_scene(view);
+  scene.status.kinect_message = "timeout waiting for Kinect frame";
+  scene.status.ir_message = "timeout waiting for IR frame";
+  scene.status.depth_message = "timeout waiting for depth frame";
+  return scene;
+}
+
 ExpectedDashboard SensorRun::running_scene(const std::string& view) {
   ExpectedDashboard scene = waiting_scene(view);
   scene.status.ir_ok = true;
@@ -85,6 +93,23 @@ ExpectedDashboard SensorRun::running_scene(const std::string& view) {
   scene.infrared = infrared_halves_preview();
   scene.depth = depth_halves_preview();
   return scene;
+}
+
+const std::vector<const char*>& SensorRunOnBothDrivers::drivers() {
+  static const std::vector<const char*> kDrivers = {HALCYRA_PROGRAM,
+                                                    HALCYRA_PROGRAM_IGNORING_TIMEOUT};
+  return kDrivers;
+}
+
+std::string SensorRunOnBothDrivers::driver_name(const ::testing::TestParamInfo<const char*>& info) {
+  return info.index == 0 ? "TimeoutWorks" : "TimeoutIgnored";
+}
+
+ProgramStart SensorRunOnBothDrivers::start_of_driver(
+    const std::vector<std::string>& arguments) const {
+  ProgramStart result = start(arguments);
+  result.executable = GetParam();
+  return result;
 }
 
 }  // namespace halcyra

@@ -43,12 +43,25 @@ class SensorRun : public ::testing::Test {
   // An empty room whose sensor runs and has not delivered yet.
   static ExpectedDashboard waiting_scene(const std::string& view);
 
+  // An empty room whose sensor runs and never delivers.
+  static ExpectedDashboard stalled_scene(const std::string& view);
+
   // An empty room whose three streams have all delivered the good set.
   static ExpectedDashboard running_scene(const std::string& view);
 
   Stage stage_;
   Recording recording_;
   std::string errors_;  // of the last run without a window
+};
+
+// Each test with a driver whose timeout works and with one that would block for ever.
+class SensorRunOnBothDrivers : public SensorRun, public ::testing::WithParamInterface<const char*> {
+ public:
+  static const std::vector<const char*>& drivers();
+  static std::string driver_name(const ::testing::TestParamInfo<const char*>& info);
+
+ protected:
+  ProgramStart start_of_driver(const std::vector<std::string>& arguments) const;
 };
 
 }  // namespace halcyra
