@@ -70,12 +70,13 @@ foreach(page halcyra-control-center halcyra)
     ${CMAKE_INSTALL_MANDIR}/man1)
 endforeach()
 
-# Documents. The pictures of the samples' page go along; the others are the README's.
+# Documents, with the picture that one of them shows.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/halcyra-control-center)
 install(FILES
   docs/owner-samples.md docs/real-sensor.md docs/recordings.md docs/reliability.md
   docs/summary-line.md
   DESTINATION ${documents})
+install(FILES docs/pictures/owner-samples.jpg DESTINATION ${documents}/pictures)
 install(FILES ${packaging}/debian/copyright DESTINATION ${documents})
 halcyra_install_compressed(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${generated}/changelog.gz
   ${documents})
