@@ -15,8 +15,10 @@ clean_up() {
 }
 trap clean_up EXIT
 
+# Without -noreset the server begins anew when its last client leaves, and refuses whoever comes just
+# then: looking for the window, before the program has connected, would do that.
 start_server() {
-    Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp \
+    Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp -noreset \
         3>"$scratch/display" >/dev/null 2>"$scratch/complaints" &
     server=$!
     until [ -s "$scratch/display" ]; do

@@ -114,7 +114,7 @@ bool Delivery::play_once() {
     }
     hand_out(frames);
     next_set_ = set + 1;
-    if (is_followed_at_once(set) && !rest(kFrameTime)) {
+    if (needs_a_rest(set) && !rest(kFrameTime)) {
       return false;
     }
     set = set_after(set);
@@ -128,8 +128,8 @@ bool Delivery::has_all_frames(std::uint64_t set) const {
   });
 }
 
-// Whether nobody's release of this set is waited for.
-bool Delivery::is_followed_at_once(std::uint64_t set) const {
+// A set that lost a frame is held by nobody, and yet the next is not to come at once.
+bool Delivery::needs_a_rest(std::uint64_t set) const {
   return settings_.pace == 0 && !has_all_frames(set);
 }
 
@@ -175,8 +175,14 @@ bool Delivery::wait_for_turn(std::uint64_t set) {
   if (settings_.pace > 0) {
     return !turn_->changed.wait_until(lock, due(set), [this] { return turn_->ended; });
   }
-  turn_->changed.wait(lock,
-                      [this] { return turn_->ended || (!turn_->set_held && turn_->is_heard()); });
+  const auto is_free = [this] { return turn_->ended || (!turn_->set_held && turn_->is_heard()); };
+  if (settings_.lost_percent == 0) {
+    turn_->changed.wait(lock, is_free);
+  } else {
+    // A reader may have completed an earlier set with one frame of the last one, and wait with the
+    // rest of it for a frame that only this one brings.
+    turn_->changed.wait_for(lock, kFrameTime, is_free);
+  }
   turn_->set_held = has_all_frames(set);
   return !turn_->ended;
 }

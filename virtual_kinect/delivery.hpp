@@ -24,8 +24,9 @@ struct Listeners {
 
 // With a pace above 0, set k is due k/pace seconds after the first; a set whose successor is due
 // already is passed over, as nobody could take it. With pace 0 the next set is delivered when every
-// frame of the one before has been deleted; only a set that lost a frame, which may never get
-// complete, is followed by the next after a thirtieth of a second. Frames may outlive the delivery.
+// frame of the one before has been deleted; where frames get lost, at the latest a thirtieth of a
+// second later, as nobody may ever release a set that is incomplete. Frames may outlive the
+// delivery.
 class Delivery {
  public:
   Delivery(FrameSource source, const DeliverySettings& settings, const Listeners& listeners);
@@ -56,7 +57,7 @@ class Delivery {
       libfreenect2::Frame::Type stream, std::uint64_t set,
       const std::shared_ptr<const SetHold>& hold) const;
   bool has_all_frames(std::uint64_t set) const;
-  bool is_followed_at_once(std::uint64_t set) const;
+  bool needs_a_rest(std::uint64_t set) const;
   std::vector<PreparedFrame> prepare(std::uint64_t set) const;
   bool rest(std::chrono::nanoseconds duration);
   bool wait_for_turn(std::uint64_t set);

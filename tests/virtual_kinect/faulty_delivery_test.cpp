@@ -1,4 +1,5 @@
 // A delivery that loses, damages, interrupts and overruns.
+#include <atomic>
 #include <set>
 #include <thread>
 #include <vector>
@@ -71,6 +72,39 @@ TEST_P(FaultyDelivery, GoesOnAfterLostFrames) {
   }
   EXPECT_GE(last, 40U);
   EXPECT_TRUE(mixed);
+}
+
+// Takes each set with the very frame that completes it, while the rest of that frame's own set is
+// still to come, and counts them.
+class EagerListener final : public FrameListener {
+ public:
+  bool onNewFrame(Frame::Type type, Frame* frame) override {
+    sets_.onNewFrame(type, frame);
+    if (sets_.hasNewFrame()) {
+      FrameMap frames;
+      sets_.waitForNewFrame(frames);
+      sets_.release(frames);
+      ++taken_;
+    }
+    return true;
+  }
+
+  bool takes(int count) const {
+    const auto limit = std::chrono::steady_clock::now() + patience;
+    while (taken_ < count && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+    return taken_ >= count;
+  }
+
+ private:
+  SyncMultiFrameListener sets_{all_types};
+  std::atomic<int> taken_ = 0;
+};
+
+TEST_P(FaultyDelivery, IsNotHeldUpByHalfASet) {
+  settings_.lost_percent = 30;
+  EagerListener listener;
+  const Delivery delivery(pixel_source(), settings_, both(listener));
+  EXPECT_TRUE(listener.takes(40));
 }
 
 TEST_P(FaultyDelivery, WithoutAnyFrameDeliversNothingAndEnds) {
