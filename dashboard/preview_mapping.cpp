@@ -13,10 +13,11 @@ struct Span {
   int length;
 };
 
-// The crop along one axis: around the face's centre, shifted to stay inside the frame.
+// The crop along one axis: around the face's centre, shifted to stay inside the frame, and never
+// without length.
 Span follow_span(int frame, int face_start, int face_length) {
   const int least = std::min(static_cast<int>(kLeastShare * frame), frame);
-  const int length = std::max(least, std::min(kFaceMultiple * face_length, frame));
+  const int length = std::max({1, least, std::min(kFaceMultiple * face_length, frame)});
   const int start = face_start + face_length / 2 - length / 2;
   return {std::max(0, std::min(start, frame - length)), length};
 }

@@ -62,6 +62,13 @@ TEST(PreviewMapping, FollowsInASmallFrame) {
   EXPECT_EQ(mapping.crop, cv::Rect(14, 10, 62, 31));  // 62.62 x 31.62
 }
 
+// A crop without pixels could not be scaled.
+TEST(PreviewMapping, NeverCropsToNothing) {
+  const std::vector<FaceInfo> faces = {face_at({0, 0, 0, -3})};
+  EXPECT_EQ(preview_mapping({1, 1}, kArea, "follow", faces).crop, cv::Rect(0, 0, 1, 1));
+  EXPECT_EQ(preview_mapping({3, 1}, kArea, "follow", faces).crop, cv::Rect(0, 0, 1, 1));
+}
+
 TEST(OnCanvas, ScalesEachValueAndCutsItsFraction) {
   // The ratios are 0.6859375 and 0.548148...
   const PreviewMapping mapping{kWholeFrame, kArea};
