@@ -49,12 +49,6 @@ class StateFiles : public ::testing::Test {
     }
   }
 
-  void put_away(const fs::path& path) const {
-    std::error_code ignored;
-    fs::permissions(path, fs::perms::owner_all, ignored);
-    fs::remove_all(path);
-  }
-
   Stage stage_;
 };
 
@@ -114,7 +108,7 @@ TEST_P(FaultyStateFiles, AreNoDirectionUntilAGoodOneComes) {
   ExpectedDashboard scene = camera_less_scene("combo");
   EXPECT_EQ(run.wait_for(scene), "");
 
-  put_away(stage_.event_file());
+  fs::remove_all(stage_.event_file());
   stage_.write_event_file(kHeard);
   hear(scene, "30", "unmatched voice right");
   refresh(run, scene, "unmatched voice right");
