@@ -1,4 +1,5 @@
 // The whole demonstration, as a person without sensor and display starts it.
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -40,6 +41,10 @@ class Demonstration : public ::testing::Test {
     start.arguments = {build().string()};
     start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
     start.environment = {{"PATH", "/usr/bin:/bin"}, {"HOME", (folder_.path() / "person").string()}};
+    // What an instrumented build needs to know of libraries.
+    if (const char* options = std::getenv("LSAN_OPTIONS")) {
+      start.environment["LSAN_OPTIONS"] = options;
+    }
     start.working_folder = folder_.path() / "here";
     start.stdout_file = folder_.path() / "output";
     start.stderr_file = folder_.path() / "errors";
