@@ -11,7 +11,6 @@
 #include <opencv2/objdetect.hpp>
 
 #include "face_pipeline/haar/fast_cascade_classifier.hpp"
-#include "tests/fuzz/calm_opencv.hpp"
 #include "tests/fuzz/made_cascade_text.hpp"
 #include "tests/fuzz/memory_file.hpp"
 #include "tests/fuzz/requirement.hpp"
@@ -73,11 +72,6 @@ void check(const std::string& path) {
 
 }  // namespace
 }  // namespace halcyra
-
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-  halcyra::calm_opencv();
-  return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FuzzedDataProvider input(data, size);

@@ -15,7 +15,6 @@
 #include "dashboard/draw_dashboard.hpp"
 #include "dashboard/font_scale.hpp"
 #include "face_pipeline/face_info.hpp"
-#include "tests/fuzz/calm_opencv.hpp"
 #include "tests/fuzz/requirement.hpp"
 
 namespace halcyra {
@@ -141,11 +140,6 @@ void check(const Scene& scene, bool twice) {
 
 }  // namespace
 }  // namespace halcyra
-
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-  halcyra::calm_opencv();
-  return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace halcyra;

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 
-#include "tests/fuzz/calm_opencv.hpp"
 #include "tests/fuzz/memory_file.hpp"
 #include "tests/fuzz/requirement.hpp"
 #include "virtual_kinect/device_settings.hpp"
@@ -35,11 +34,6 @@ void check_refused(const DeviceSettings& settings, const std::string& complaint,
 
 }  // namespace
 }  // namespace halcyra::virtual_kinect
-
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-  halcyra::calm_opencv();
-  return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace halcyra::virtual_kinect;

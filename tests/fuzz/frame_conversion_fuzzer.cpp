@@ -12,7 +12,6 @@
 #include <opencv2/imgproc.hpp>
 
 #include "capture/frame_conversion.hpp"
-#include "tests/fuzz/calm_opencv.hpp"
 #include "tests/fuzz/requirement.hpp"
 
 namespace halcyra {
@@ -116,11 +115,6 @@ void check_converted(Conversion convert, const cv::Mat& frame, const cv::Mat& ex
 
 }  // namespace
 }  // namespace halcyra
-
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-  halcyra::calm_opencv();
-  return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace halcyra;

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/fuzz/calm_opencv.hpp"
 #include "tests/fuzz/memory_file.hpp"
 #include "tests/fuzz/requirement.hpp"
 #include "tests/fuzz/text_input.hpp"
@@ -60,11 +59,6 @@ void check(const StreamImage& image, Frame::Type stream, Frame::Format wanted) {
 
 }  // namespace
 }  // namespace halcyra::virtual_kinect
-
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-  halcyra::calm_opencv();
-  return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace halcyra::virtual_kinect;
