@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "app/views.hpp"
+#include "app/run_state/views.hpp"
 
 namespace halcyra {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 
 namespace halcyra {
 

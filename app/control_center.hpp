@@ -1,10 +1,52 @@
-// One run of the control center, from the command line to the exit status.
+// Everything that lives as long as one run of the program.
 #pragma once
+
+#include <chrono>
+#include <cstdint>
+
+#include <opencv2/core/mat.hpp>
+
+#include "app/room_events.hpp"
+#include "app/run_state/options.hpp"
+#include "app/run_state/runtime_status.hpp"
+#include "awareness/mode_hold_back.hpp"
+#include "capture/kinect_session.hpp"
+#include "face_pipeline/face_detectors.hpp"
+#include "face_pipeline/recognition_state.hpp"
+#include "probes/display_info.hpp"
 
 namespace halcyra {
 
-// Runs until a quit key or the frame limit. Returns 0, or 2 with the usage text on standard output
-// for an invalid command line. Exceptions of the libraries are not caught.
-int run_control_center(int argc, const char* const* argv);
+// The last picture of each stream, BGR; a turn without a new frame shows the old one.
+struct Previews {
+  cv::Mat color;
+  cv::Mat infrared;
+  cv::Mat depth;
+};
+
+// What the loop remembers from one turn to the next.
+struct LoopMemory {
+  std::int32_t frame_count = 0;
+  RoomEventMemory room_events;
+  ModeHoldBack mode_hold_back;
+  bool layout_image_written = false;
+  std::chrono::steady_clock::time_point start;  // frames per second count from here
+};
+
+// Members are destroyed in reverse order, so the Kinect goes before the recogniser and the
+// cascades.
+struct ControlCenter {
+  Options options;
+  DisplayInfo display;
+  RuntimeStatus status;
+  FaceDetectors detectors;
+  RecognitionState recognition;
+  KinectSession kinect;
+  cv::Mat canvas;
+  Previews previews;
+  LoopMemory loop;
+  // Every time that the run measures is read here; tests put a clock of their own in its place.
+  std::chrono::steady_clock::time_point (*now)() = std::chrono::steady_clock::now;
+};
 
 }  // namespace halcyra

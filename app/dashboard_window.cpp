@@ -15,6 +15,14 @@ constexpr int kLeastHeight = 480;
 
 }  // namespace
 
+bool display_is_named() {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    const char* value = std::getenv(name);
+    if (value != nullptr && *value != '\0') return true;
+  }
+  return false;
+}
+
 // Without this variable only the low byte of a key code arrives, and a cursor key is taken for the
 // letter that has the same low byte.
 void ask_for_whole_key_codes() { setenv("OPENCV_LEGACY_WAITKEY", "1", 1); }

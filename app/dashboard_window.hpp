@@ -3,9 +3,13 @@
 
 #include <opencv2/core/mat.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 
 namespace halcyra {
+
+// Whether the environment names a display or another place to draw: DISPLAY, WAYLAND_DISPLAY or
+// QT_QPA_PLATFORM. Where none does, opening the window would end the process by a signal.
+bool display_is_named();
 
 // Makes waitKey hand on whole key codes. Must run before the first key is waited for, and before
 // other threads exist, since it writes the environment.

@@ -1,6 +1,6 @@
 #include "app/exit_summary.hpp"
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <ostream>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "face_pipeline/recognition_state.hpp"
 #include "probes/display_info.hpp"
 

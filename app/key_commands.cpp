@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "app/event_log.hpp"
-#include "app/runtime_status.hpp"
-#include "app/views.hpp"
+#include "app/run_state/event_log.hpp"
+#include "app/run_state/runtime_status.hpp"
+#include "app/run_state/views.hpp"
 #include "probes/assistant_service.hpp"
 #include "probes/shell_command.hpp"
 #include "probes/voice_service.hpp"

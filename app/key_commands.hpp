@@ -1,7 +1,7 @@
 // What each key of the keyboard does.
 #pragma once
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 
 namespace halcyra {
 

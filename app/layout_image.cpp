@@ -6,8 +6,8 @@
 
 #include <opencv2/imgcodecs.hpp>
 
-#include "app/event_log.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/event_log.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
 

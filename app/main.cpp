@@ -1,3 +1,3 @@
-#include "app/control_center.hpp"
+#include "app/program.hpp"
 
-int main(int argc, char** argv) { return halcyra::run_control_center(argc, argv); }
+int main(int argc, char** argv) { return halcyra::run_program(argc, argv); }

@@ -1,7 +1,7 @@
 #include "app/room_events.hpp"
 
-#include "app/event_log.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/event_log.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
 namespace {

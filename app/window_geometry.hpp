@@ -1,7 +1,7 @@
 // The size of the dashboard's window and of its text, derived from the screen.
 #pragma once
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "probes/display_info.hpp"
 
 namespace halcyra {

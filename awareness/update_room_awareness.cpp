@@ -1,14 +1,12 @@
 #include "awareness/update_room_awareness.hpp"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <string>
 
-#include "app/runtime_status.hpp"
-#include "app/views.hpp"
+#include "app/run_state/runtime_status.hpp"
+#include "app/run_state/views.hpp"
 #include "awareness/direction_zone.hpp"
-#include "awareness/mode_hold_back.hpp"
 #include "awareness/voice_direction.hpp"
 #include "face_pipeline/person_identity.hpp"
 
@@ -82,9 +80,8 @@ void choose_mode(RoomAwareness& room, const Faces& faces, const std::string& req
 }
 
 // A mode held back keeps the target of the mode to come: it already says who is attended to.
-void hold_mode_back(RoomAwareness& room, const std::string& view) {
-  const auto now = std::chrono::steady_clock::now();
-  static ModeHoldBack hold{"scan", "scan", now, now};
+void hold_mode_back(RoomAwareness& room, const std::string& view, ModeHoldBack& hold,
+                    std::chrono::steady_clock::time_point now) {
   if (admit_mode(hold, view, room.view_mode, now)) return;
   room.reason =
       "tracking uncertain; holding " + hold.held_mode + " before switching to " + room.view_mode;
@@ -115,12 +112,13 @@ std::string match_voice(const VoiceDirection& voice, const Faces& faces, int fra
 }  // namespace
 
 void update_room_awareness(RuntimeStatus& status, const Faces& faces, const Options& options,
-                           int frame_width) {
+                           int frame_width, ModeHoldBack& hold,
+                           std::chrono::steady_clock::time_point now) {
   RoomAwareness& room = status.room;
   const std::string requested = options.view.empty() ? "combo" : options.view;
   count_people(room, faces, status.skeleton_available);
   choose_mode(room, faces, requested, status.skeleton_available);
-  hold_mode_back(room, options.view);
+  hold_mode_back(room, options.view, hold, now);
   room.voice_match = match_voice(voice_direction(status.voice), faces, frame_width);
 }
 

@@ -2,9 +2,11 @@
 // room-awareness record.
 #pragma once
 
+#include <chrono>
 #include <vector>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
+#include "awareness/mode_hold_back.hpp"
 #include "face_pipeline/face_info.hpp"
 
 namespace halcyra {
@@ -12,9 +14,10 @@ namespace halcyra {
 struct RuntimeStatus;
 
 // Rewrites every field of `status.room`; called once per turn. `frame_width` is the width in pixels
-// of the image that the face boxes refer to, 0 while there is none. The hold-back of the automatic
-// modes lives inside, for the whole process: one caller, one thread. Cannot fail.
+// of the image that the face boxes refer to, 0 while there is none. `hold` keeps the automatic
+// modes from flickering; a run has one and hands it in every time. Cannot fail.
 void update_room_awareness(RuntimeStatus& status, const std::vector<FaceInfo>& faces,
-                           const Options& options, int frame_width);
+                           const Options& options, int frame_width, ModeHoldBack& hold,
+                           std::chrono::steady_clock::time_point now);
 
 }  // namespace halcyra

@@ -1,7 +1,7 @@
 // The last direction a voice came from, read out of the texts that the voice service wrote.
 #pragma once
 
-#include "probes/voice_status.hpp"
+#include "app/run_state/voice_status.hpp"
 
 namespace halcyra {
 

@@ -1,59 +1,45 @@
 // A whole cycle but for the window: from a frame set to the finished canvas.
+#include <cstdint>
+#include <limits>
 #include <memory>
+#include <utility>
 
-#include <opencv2/imgproc.hpp>
-
-#include "app/runtime_status.hpp"
+#include "app/loop_turn.hpp"
 #include "app/window_geometry.hpp"
-#include "awareness/update_room_awareness.hpp"
 #include "bench/enrolled_owner.hpp"
 #include "bench/measurement.hpp"
 #include "bench/recorded_frames.hpp"
-#include "capture/frame_conversion.hpp"
-#include "dashboard/draw_dashboard.hpp"
-#include "dashboard/font_scale.hpp"
-#include "face_pipeline/face_analysis.hpp"
-#include "face_pipeline/face_detection.hpp"
 #include "face_pipeline/face_detectors.hpp"
+#include "tests/support/fed_sensor.hpp"
 
 namespace halcyra {
 namespace {
 
-// The frame's way through the program, with OpenCV's own cascades or with the program's.
+// The frame's way through the program, with OpenCV's own cascades or with the program's. Asking the
+// services is left out, as it starts processes.
 class Cycle {
  public:
   Cycle(RecordedFrames frames, bool own_cascades) : frames_(std::move(frames)) {
-    fit_to_screen(options_, {1920, 1080, "bench"});
-    if (own_cascades) {
-      load_detectors(detectors_, options_, status_);
-    } else {
-      detectors_.frontal.load(options_.cascade_path);
-      detectors_.profile.load(options_.profile_cascade_path);
+    center_.recognition = enrolled_owner(24);
+    center_.loop.frame_count = 1;
+    center_.options.status_refresh_frames = std::numeric_limits<std::int32_t>::max();
+    fit_to_screen(center_.options, {1920, 1080, "bench"});
+    load_detectors(center_.detectors, center_.options, center_.status);
+    if (!own_cascades) {
+      center_.detectors.frontal.load(center_.options.cascade_path);
+      center_.detectors.profile.load(center_.options.profile_cascade_path);
     }
+    start_fed_sensor(center_.kinect);
   }
 
   void run() {
-    infrared_picture(frames_.infrared, infrared_);
-    depth_picture(frames_.depth, depth_);
-    color_ = color_images(frames_.color, ChannelOrder::bgrx);
-    const std::vector<FaceInfo> faces =
-        analyze_faces(detect_multi(detectors_.frontal, &detectors_.profile, color_.grey, options_),
-                      color_.grey, recognition_, status_, options_);
-    update_room_awareness(status_, faces, options_, color_.bgr.cols);
-    g_font_scale = options_.font_scale;
-    draw_dashboard(canvas_, color_.bgr, infrared_, depth_, status_, options_, faces);
+    feed_set(center_.kinect, frames_.color, frames_.infrared, frames_.depth);
+    render_dashboard(center_, observe_room(center_), center_.options);
   }
 
  private:
   RecordedFrames frames_;
-  Options options_;
-  RuntimeStatus status_;
-  FaceDetectors detectors_;
-  RecognitionState recognition_ = enrolled_owner(24);
-  ColorImages color_;
-  cv::Mat infrared_;
-  cv::Mat depth_;
-  cv::Mat canvas_;
+  ControlCenter center_;
 };
 
 }  // namespace

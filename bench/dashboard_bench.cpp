@@ -1,6 +1,6 @@
 #include <memory>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "app/window_geometry.hpp"
 #include "bench/measurement.hpp"
 #include "bench/recorded_calls.hpp"

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
+#include "demo/owner_samples.hpp"
 #include "face_pipeline/owner_recognition.hpp"
-#include "virtual_kinect/room/owner_samples.hpp"
 
 namespace halcyra {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <opencv2/imgproc.hpp>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "bench/enrolled_owner.hpp"
 #include "bench/measurement.hpp"
 #include "bench/recorded_frames.hpp"

@@ -1,7 +1,7 @@
 #include <opencv2/imgproc.hpp>
 #include <opencv2/objdetect.hpp>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "bench/measurement.hpp"
 #include "bench/recorded_frames.hpp"
 #include "face_pipeline/face_detection.hpp"

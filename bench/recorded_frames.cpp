@@ -3,7 +3,7 @@
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "virtual_kinect/room/room_source.hpp"
+#include "virtual_kinect/room_source.hpp"
 
 namespace halcyra {
 namespace {
@@ -15,7 +15,7 @@ constexpr std::uint64_t kEmptyRoom = 56 * 30;
 constexpr std::uint64_t kThreePeople = 50 * 30;
 
 const virtual_kinect::FrameSource& room_source() {
-  static const virtual_kinect::FrameSource kSource = virtual_kinect::room::open_room();
+  static const virtual_kinect::FrameSource kSource = virtual_kinect::open_room();
   return kSource;
 }
 

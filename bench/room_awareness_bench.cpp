@@ -3,7 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "awareness/update_room_awareness.hpp"
 #include "bench/measurement.hpp"
 
@@ -18,7 +18,10 @@ void measure_room_awareness() {
     for (FaceInfo& face : faces) face.box = {800, 200, 160, 160};
     measure(
         "update_room_awareness", std::to_string(people) + " faces",
-        [=] { update_room_awareness(*status, faces, Options{}, 1920); },
+        [=, hold = ModeHoldBack()]() mutable {
+          update_room_awareness(*status, faces, Options{}, 1920, hold,
+                                std::chrono::steady_clock::now());
+        },
         [] { benchmark::DoNotOptimize(std::chrono::steady_clock::now()); });
   }
 }

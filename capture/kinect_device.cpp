@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "app/event_log.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/event_log.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
 namespace {

@@ -1,7 +1,7 @@
 // Opens the Kinect v2, starts its streams and closes it again.
 #pragma once
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "capture/kinect_session.hpp"
 
 namespace halcyra {

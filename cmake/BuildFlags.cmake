@@ -1,7 +1,6 @@
 # Compiler flags that every target of the project shares.
 
 add_library(halcyra_flags INTERFACE)
-target_include_directories(halcyra_flags INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(halcyra_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wundef

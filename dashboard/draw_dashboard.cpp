@@ -1,6 +1,6 @@
 #include "dashboard/draw_dashboard.hpp"
 
-#include "app/views.hpp"
+#include "app/run_state/views.hpp"
 #include "dashboard/card_grid.hpp"
 #include "dashboard/dashboard_geometry.hpp"
 #include "dashboard/dashboard_scene.hpp"

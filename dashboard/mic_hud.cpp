@@ -4,7 +4,7 @@
 #include <array>
 #include <string>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "awareness/direction_zone.hpp"
 #include "awareness/voice_direction.hpp"
 #include "dashboard/panel_drawing.hpp"

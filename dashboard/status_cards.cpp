@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
 namespace {

@@ -35,7 +35,7 @@ mkdir -p "$pictures"
 take() {
     local name=$1
     shift
-    "$root/packaging/on-virtual-display.sh" "$pictures/$name.jpg" "$@"
+    "$root/scripts/on-virtual-display.sh" "$pictures/$name.jpg" "$@"
 }
 
 take_at() {

@@ -3,7 +3,7 @@
 #include <exception>
 #include <iostream>
 
-#include "virtual_kinect/room/owner_samples.hpp"
+#include "demo/owner_samples.hpp"
 
 int main(int argc, char** argv) {
   if (argc != 2) {
@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    halcyra::virtual_kinect::room::write_owner_samples(argv[1]);
+    halcyra::write_owner_samples(argv[1]);
   } catch (const std::exception& error) {
     std::cerr << argv[0] << ": " << error.what() << "\n";
     return 1;

@@ -5,7 +5,7 @@
 
 #include <opencv2/objdetect.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "face_pipeline/detection.hpp"
 
 namespace halcyra {

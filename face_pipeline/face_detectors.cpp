@@ -1,7 +1,7 @@
 #include "face_pipeline/face_detectors.hpp"
 
-#include "app/event_log.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/event_log.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "face_pipeline/haar/fast_cascade_classifier.hpp"
 
 namespace halcyra {

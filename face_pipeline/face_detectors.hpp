@@ -3,7 +3,7 @@
 
 #include <opencv2/objdetect.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 
 namespace halcyra {
 

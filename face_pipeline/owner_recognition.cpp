@@ -6,8 +6,8 @@
 
 #include <opencv2/imgproc.hpp>
 
-#include "app/event_log.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/event_log.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "face_pipeline/sample_loader.hpp"
 
 namespace halcyra {

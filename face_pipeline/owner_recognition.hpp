@@ -6,7 +6,7 @@
 
 #include <opencv2/core/mat.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "face_pipeline/face_info.hpp"
 #include "face_pipeline/recognition_state.hpp"
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "probes/corvane_status.hpp"
-#include "probes/voice_status.hpp"
+#include "app/run_state/corvane_status.hpp"
+#include "app/run_state/voice_status.hpp"
 
 namespace halcyra {
 

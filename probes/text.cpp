@@ -5,8 +5,6 @@
 #include <cstdlib>
 #include <limits>
 
-#include <re2/re2.h>
-
 namespace halcyra {
 namespace {
 
@@ -35,12 +33,6 @@ double parse_double_or_nan(const std::string& text) {
   const double value = strtod_l(begin, &end, plain_locale());
   if (end == begin || errno == ERANGE) return std::numeric_limits<double>::quiet_NaN();
   return value;
-}
-
-std::string first_match(const std::string& text, const re2::RE2& expression, std::string fallback) {
-  re2::StringPiece group;
-  if (!re2::RE2::PartialMatch(text, expression, &group)) return fallback;
-  return trim(std::string(group.data(), group.size()));
 }
 
 }  // namespace halcyra

@@ -2,7 +2,7 @@
 
 #include <re2/re2.h>
 
-#include "probes/text.hpp"
+#include "probes/first_match.hpp"
 
 namespace halcyra {
 namespace {

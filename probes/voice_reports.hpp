@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "probes/voice_status.hpp"
+#include "app/run_state/voice_status.hpp"
 
 namespace halcyra {
 

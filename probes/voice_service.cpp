@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "probes/shell_command.hpp"
 #include "probes/voice_reports.hpp"
 

@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "virtual_kinect/recording.hpp"
-#include "virtual_kinect/room/room_source.hpp"
+#include "virtual_kinect/room_source.hpp"
 
 namespace halcyra::virtual_kinect {
 
@@ -47,7 +47,7 @@ std::optional<Scene> find_scene() {
     return std::nullopt;
   }
   if (value == "room") {
-    return Scene{DeviceSettings{}, [] { return room::open_room(); }};
+    return Scene{DeviceSettings{}, [] { return open_room(); }};
   }
   std::string fault = value_fault(value);
   if (!fault.empty()) {

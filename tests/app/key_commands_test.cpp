@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/app/same_options.hpp"
 #include "tests/support/event_messages.hpp"
 

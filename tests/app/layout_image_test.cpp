@@ -9,7 +9,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/same_pixels.hpp"
 #include "tests/support/working_folder.hpp"

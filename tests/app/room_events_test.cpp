@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/support/event_messages.hpp"
 
 namespace halcyra {

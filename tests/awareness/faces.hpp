@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "face_pipeline/face_info.hpp"
 
 namespace halcyra {

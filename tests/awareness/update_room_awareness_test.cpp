@@ -1,11 +1,12 @@
 #include "awareness/update_room_awareness.hpp"
 
+#include <chrono>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/awareness/faces.hpp"
 
 namespace halcyra {
@@ -17,19 +18,21 @@ constexpr const char* kConfirmed = "ConfirmedDorran";
 
 const Faces kNobody;
 
+constexpr std::chrono::steady_clock::time_point kNow{std::chrono::hours(100)};
+
 RoomAwareness room_of(const std::string& view, const Faces& faces, RuntimeStatus status = {},
-                      int frame_width = kFrameWidth) {
+                      int frame_width = kFrameWidth, ModeHoldBack hold = {}) {
   Options options;
   options.view = view;
-  update_room_awareness(status, faces, options, frame_width);
+  update_room_awareness(status, faces, options, frame_width, hold, kNow);
   return status.room;
 }
 
-// The hold-back lives as long as the process. Without a view every mode is shown at once, and is
-// where the next automatic view goes on.
-void show_scan() { ASSERT_EQ(room_of("", kNobody).view_mode, "scan"); }
-void show_follow() { ASSERT_EQ(room_of("", {face(1)}).view_mode, "follow"); }
-void show_overview() { ASSERT_EQ(room_of("", {face(1), face(2)}).view_mode, "room_overview"); }
+// The same after a turn that showed `mode`.
+RoomAwareness room_after(const std::string& mode, const std::string& view, const Faces& faces,
+                         const RuntimeStatus& status = {}) {
+  return room_of(view, faces, status, kFrameWidth, {mode, mode, kNow, kNow});
+}
 
 void expect_attention(const RoomAwareness& room, const std::string& mode, const std::string& target,
                       const std::string& reason) {
@@ -87,9 +90,8 @@ TEST(UpdateRoomAwareness, CountsSkeletonsWithATracker) {
 }
 
 TEST(UpdateRoomAwareness, ScansTheRoomWhileNobodyIsThere) {
-  show_scan();
   for (const std::string view : {"combo", ""}) {
-    expect_attention(room_of(view, kNobody), "scan", "none",
+    expect_attention(room_after("scan", view, kNobody), "scan", "none",
                      "no person detected; wide room scan active");
   }
 }
@@ -109,8 +111,7 @@ TEST(UpdateRoomAwareness, KeepsAnOperatorViewWhileNobodyIsThere) {
   }
   expect_attention(room_of("room_overview", kNobody), "room_overview", "none",
                    "operator selected ROOM OVERVIEW; no person detected");
-  show_follow();
-  expect_attention(room_of("follow", kNobody), "follow", "none",
+  expect_attention(room_after("follow", "follow", kNobody), "follow", "none",
                    "operator selected FOLLOW; no person detected");
 }
 
@@ -126,11 +127,10 @@ TEST(UpdateRoomAwareness, OverlooksTheRoomForSeveralPeopleInEveryView) {
   const std::string reason = "multiple people visible; keeping wide overview";
   for (const std::string view :
        {"rgb", "ir", "depth", "skeletal", "room_overview", "", "combo", "follow"}) {
-    show_overview();
-    expect_attention(room_of(view, {face(1), face(2)}), "room_overview", "all visible people",
-                     reason);
-    expect_attention(room_of(view, {face(1), face(2), face(3, kConfirmed)}), "room_overview",
-                     "Dorran", reason);
+    expect_attention(room_after("room_overview", view, {face(1), face(2)}), "room_overview",
+                     "all visible people", reason);
+    expect_attention(room_after("room_overview", view, {face(1), face(2), face(3, kConfirmed)}),
+                     "room_overview", "Dorran", reason);
   }
 }
 
@@ -144,49 +144,45 @@ TEST(UpdateRoomAwareness, OverlooksTheRoomForOnePersonWhenAsked) {
 TEST(UpdateRoomAwareness, FollowsOnePerson) {
   const std::string reason = "following face center because skeleton is unavailable";
   for (const std::string view : {"combo", "follow", ""}) {
-    show_follow();
-    expect_attention(room_of(view, {face(2)}), "follow", "Person 2", reason);
-    expect_attention(room_of(view, {face(0)}), "follow", "Unknown", reason);
-    expect_attention(room_of(view, {face(-1)}), "follow", "Unknown", reason);
-    expect_attention(room_of(view, {face(0, kCandidate)}), "follow", "Dorran", reason);
-    expect_attention(room_of(view, {face(2)}, with_skeletons()), "follow", "Person 2",
+    expect_attention(room_after("follow", view, {face(2)}), "follow", "Person 2", reason);
+    expect_attention(room_after("follow", view, {face(0)}), "follow", "Unknown", reason);
+    expect_attention(room_after("follow", view, {face(-1)}), "follow", "Unknown", reason);
+    expect_attention(room_after("follow", view, {face(0, kCandidate)}), "follow", "Dorran", reason);
+    expect_attention(room_after("follow", view, {face(2)}, with_skeletons()), "follow", "Person 2",
                      "following skeleton/person center");
   }
 }
 
 TEST(UpdateRoomAwareness, HoldsANewAutomaticModeBack) {
-  show_scan();
-  expect_attention(room_of("combo", {face(3)}), "scan", "Person 3",
+  expect_attention(room_after("scan", "combo", {face(3)}), "scan", "Person 3",
                    "tracking uncertain; holding scan before switching to follow");
-  show_scan();
-  expect_attention(room_of("follow", {face(1), face(2)}), "scan", "all visible people",
+  expect_attention(room_after("scan", "follow", {face(1), face(2)}), "scan", "all visible people",
                    "tracking uncertain; holding scan before switching to room_overview");
-  show_follow();
-  expect_attention(room_of("combo", kNobody), "follow", "none",
+  expect_attention(room_after("follow", "combo", kNobody), "follow", "none",
                    "tracking uncertain; holding follow before switching to scan");
-  show_scan();
-  expect_attention(room_of("follow", kNobody), "scan", "none",
+  expect_attention(room_after("scan", "follow", kNobody), "scan", "none",
                    "tracking uncertain; holding scan before switching to follow");
 }
 
 TEST(UpdateRoomAwareness, KeepsTheCountsAndTheFallbackOfAModeHeldBack) {
-  show_follow();
-  const RoomAwareness empty = room_of("combo", kNobody);
+  const RoomAwareness empty = room_after("follow", "combo", kNobody);
   EXPECT_EQ(empty.fallback, "degraded");
   expect_counts(empty, 0, false, 0);
-  show_scan();
-  const RoomAwareness owner = room_of("combo", {face(1, kConfirmed)});
+  const RoomAwareness owner = room_after("scan", "combo", {face(1, kConfirmed)});
   EXPECT_EQ(owner.fallback, "face");
   expect_counts(owner, 1, true, 0);
 }
 
 TEST(UpdateRoomAwareness, GoesOnFromTheModeThatTheOperatorSaw) {
-  room_of("depth", {face(1)});
-  expect_attention(room_of("combo", {face(1)}), "depth", "Person 1",
+  RuntimeStatus status;
+  Options options;
+  ModeHoldBack hold;
+  options.view = "depth";
+  update_room_awareness(status, {face(1)}, options, kFrameWidth, hold, kNow);
+  options.view = "combo";
+  update_room_awareness(status, {face(1)}, options, kFrameWidth, hold, kNow);
+  expect_attention(status.room, "depth", "Person 1",
                    "tracking uncertain; holding depth before switching to follow");
-  room_of("room_overview", kNobody);
-  expect_attention(room_of("combo", kNobody), "room_overview", "none",
-                   "tracking uncertain; holding room_overview before switching to scan");
 }
 
 std::string voice_match(const std::string& angle, const std::string& confidence, const Faces& faces,
@@ -284,7 +280,6 @@ TEST(UpdateRoomAwareness, MatchesTheVoiceWhateverTheMode) {
   RuntimeStatus status;
   hear(status, "0", "0.9");
   for (const std::string view : {"combo", "follow", "room_overview", "depth", ""}) {
-    show_scan();
     EXPECT_EQ(room_of(view, kMiddle, status, 1000).voice_match, "voice direction matched Person 1");
   }
 }
@@ -302,8 +297,8 @@ TEST(UpdateRoomAwareness, RewritesTheWholeRecord) {
 
 TEST(UpdateRoomAwareness, LogsNothing) {
   RuntimeStatus status;
-  Options options;
-  update_room_awareness(status, {face(1), face(2)}, options, kFrameWidth);
+  ModeHoldBack hold;
+  update_room_awareness(status, {face(1), face(2)}, Options(), kFrameWidth, hold, kNow);
   EXPECT_TRUE(status.events.empty());
 }
 

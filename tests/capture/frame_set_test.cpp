@@ -18,7 +18,7 @@
 #include <libfreenect2/frame_listener_impl.h>
 #include <opencv2/core.hpp>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "capture/frame_conversion.hpp"
 #include "tests/support/same_pixels.hpp"
 

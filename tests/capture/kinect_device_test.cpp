@@ -9,8 +9,8 @@
 #include <libfreenect2/libfreenect2.hpp>
 #include <opencv2/core.hpp>
 
-#include "app/options.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/options.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "capture/frame_conversion.hpp"
 #include "capture/frame_set.hpp"
 #include "tests/support/event_messages.hpp"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <opencv2/imgproc.hpp>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/dashboard/expected_drawing.hpp"
 #include "tests/support/same_pixels.hpp"
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "app/options.hpp"
-#include "app/runtime_status.hpp"
-#include "app/views.hpp"
+#include "app/run_state/options.hpp"
+#include "app/run_state/runtime_status.hpp"
+#include "app/run_state/views.hpp"
 #include "dashboard/dashboard_scene.hpp"
 #include "face_pipeline/face_info.hpp"
 

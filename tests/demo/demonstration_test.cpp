@@ -37,7 +37,7 @@ class Demonstration : public ::testing::Test {
   // What it prints when it has ended well.
   std::string output_of(const std::vector<std::string>& arguments) const {
     ProcessStart start;
-    start.executable = HALCYRA_PACKAGING "/start.sh";
+    start.executable = HALCYRA_SCRIPTS "/start.sh";
     start.arguments = {build().string()};
     start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
     start.environment = {{"PATH", "/usr/bin:/bin"}, {"HOME", (folder_.path() / "person").string()}};

@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "probes/voice_service.hpp"
 #include "tests/e2e/text_file.hpp"
 #include "tests/support/environment_variable.hpp"

@@ -1,4 +1,4 @@
-// What packaging/start.sh starts, where, and what it says of it.
+// What scripts/start.sh starts, where, and what it says of it.
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -54,7 +54,7 @@ class Start : public ::testing::Test {
   // Everything that it prints.
   std::string started(const std::vector<std::string>& arguments = {}) {
     ProcessStart start;
-    start.executable = HALCYRA_PACKAGING "/start.sh";
+    start.executable = HALCYRA_SCRIPTS "/start.sh";
     start.arguments = {(folder_.path() / "build").string()};
     start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
     start.environment = environment_;

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <opencv2/imgcodecs.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "tests/e2e/desktop_run.hpp"
 #include "tests/e2e/scenes.hpp"
 #include "tests/e2e/text_file.hpp"

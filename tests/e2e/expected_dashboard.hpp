@@ -7,8 +7,8 @@
 
 #include <opencv2/core/mat.hpp>
 
-#include "app/options.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/options.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "face_pipeline/face_info.hpp"
 
 namespace halcyra {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "app/views.hpp"
+#include "app/run_state/views.hpp"
 #include "tests/e2e/desktop_run.hpp"
 
 namespace halcyra {

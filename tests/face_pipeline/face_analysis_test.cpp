@@ -9,7 +9,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/face.hpp>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "face_pipeline/person_identity.hpp"
 #include "face_pipeline/quality_gate.hpp"
 #include "tests/support/event_messages.hpp"

@@ -10,7 +10,7 @@
 #include <opencv2/imgproc.hpp>
 #include <opencv2/objdetect.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "face_pipeline/detection_merge.hpp"
 #include "tests/face_pipeline/detection_comparison.hpp"
 #include "tests/face_pipeline/photograph.hpp"

@@ -9,8 +9,8 @@
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 
-#include "app/options.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/options.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/temporary_folder.hpp"
 

@@ -14,7 +14,7 @@
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/face_pipeline/photograph.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/same_pixels.hpp"

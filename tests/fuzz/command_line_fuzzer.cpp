@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "app/command_line.hpp"
-#include "app/views.hpp"
+#include "app/run_state/views.hpp"
 #include "tests/fuzz/requirement.hpp"
 #include "tests/fuzz/text_input.hpp"
 

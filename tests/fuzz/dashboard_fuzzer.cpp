@@ -10,8 +10,8 @@
 
 #include <opencv2/core.hpp>
 
-#include "app/options.hpp"
-#include "app/runtime_status.hpp"
+#include "app/run_state/options.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "dashboard/draw_dashboard.hpp"
 #include "dashboard/font_scale.hpp"
 #include "face_pipeline/face_info.hpp"

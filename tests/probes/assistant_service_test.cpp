@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/support/environment_variable.hpp"
 #include "tests/support/fake_commands.hpp"
 #include "tests/support/temporary_folder.hpp"

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <re2/re2.h>
 
+#include "probes/first_match.hpp"
 #include "probes/text.hpp"
 #include "tests/probes/expressions.hpp"
 #include "tests/probes/random_text.hpp"

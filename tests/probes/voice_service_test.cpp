@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/probes/expressions.hpp"
 #include "tests/probes/random_text.hpp"
 #include "tests/probes/standard_search.hpp"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
 

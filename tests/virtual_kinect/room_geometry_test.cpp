@@ -10,8 +10,8 @@
 
 #include "virtual_kinect/room/pinhole.hpp"
 #include "virtual_kinect/room/renderer.hpp"
-#include "virtual_kinect/room/room_source.hpp"
 #include "virtual_kinect/room/story.hpp"
+#include "virtual_kinect/room_source.hpp"
 
 namespace halcyra::virtual_kinect::room {
 namespace {

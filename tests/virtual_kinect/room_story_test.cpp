@@ -10,9 +10,8 @@
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "tests/support/temporary_folder.hpp"
-#include "tests/virtual_kinect/story_clock.hpp"
 #include "tests/virtual_kinect/watched_story.hpp"
 
 namespace halcyra {
@@ -68,13 +67,6 @@ class RoomStoryTest : public testing::Test {
 std::vector<StoryTurn>* RoomStoryTest::turns_ = nullptr;
 
 bool is_confirmed(const SeenFace& seen) { return seen.face.label == "ConfirmedDorran"; }
-
-TEST(StoryClockTest, IsWhatTheSteadyClockShows) {
-  set_story_time(std::chrono::seconds(10));
-  const auto ten = std::chrono::steady_clock::now();
-  set_story_time(std::chrono::milliseconds(11250));
-  EXPECT_EQ(std::chrono::steady_clock::now() - ten, std::chrono::milliseconds(1250));
-}
 
 TEST_F(RoomStoryTest, LeavesTheRoomEmptyForAWhileAndScansIt) {
   for (const auto& [from, to] : {std::pair(0.0, 2.5), std::pair(59.0, 60.0)}) {

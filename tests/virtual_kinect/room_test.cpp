@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 
-#include "virtual_kinect/room/room_source.hpp"
+#include "virtual_kinect/room_source.hpp"
 
-namespace halcyra::virtual_kinect::room {
+namespace halcyra::virtual_kinect {
 namespace {
 
 using libfreenect2::Frame;
@@ -117,4 +117,4 @@ TEST_F(RoomTest, ShowsAPersonNearerAndBrighterInInfraredThanTheRoomBehind) {
 }
 
 }  // namespace
-}  // namespace halcyra::virtual_kinect::room
+}  // namespace halcyra::virtual_kinect

@@ -3,20 +3,15 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <limits>
 
-#include "app/options.hpp"
-#include "app/runtime_status.hpp"
-#include "awareness/update_room_awareness.hpp"
-#include "capture/frame_conversion.hpp"
-#include "face_pipeline/face_analysis.hpp"
-#include "face_pipeline/face_detection.hpp"
+#include "app/loop_turn.hpp"
+#include "demo/owner_samples.hpp"
 #include "face_pipeline/face_detectors.hpp"
 #include "face_pipeline/owner_recognition.hpp"
-#include "tests/virtual_kinect/story_clock.hpp"
-#include "virtual_kinect/room/owner_samples.hpp"
+#include "tests/support/fed_sensor.hpp"
 #include "virtual_kinect/room/pinhole.hpp"
 #include "virtual_kinect/room/renderer.hpp"
-#include "virtual_kinect/room/room_source.hpp"
 #include "virtual_kinect/room/story.hpp"
 
 namespace halcyra {
@@ -26,13 +21,6 @@ namespace room = virtual_kinect::room;
 
 // Millimetres from the middle of a head within which the middle of its face is found.
 constexpr float kHeadReach = 130.0F;
-
-struct Watcher {
-  Options options;
-  RuntimeStatus status;
-  FaceDetectors detectors;
-  RecognitionState recognition;
-};
 
 room::Vec3 head_of(const room::Presence& presence) {
   return room::head_position(room::look_of(presence.person).body, presence.posture);
@@ -72,38 +60,54 @@ std::chrono::duration<double> seconds(std::uint64_t sets) {
                                        static_cast<double>(room::kSetsPerSecond));
 }
 
-// As a cycle of the program does it.
-StoryTurn take_turn(Watcher& watcher, const cv::Mat& color, const room::Moment& moment) {
-  const ColorImages images = color_images(color, ChannelOrder::bgrx);
-  const std::vector<Detection> detections = detect_multi(
-      watcher.detectors.frontal, &watcher.detectors.profile, images.grey, watcher.options);
-  const std::vector<FaceInfo> faces =
-      analyze_faces(detections, images.grey, watcher.recognition, watcher.status, watcher.options);
-  update_room_awareness(watcher.status, faces, watcher.options, images.bgr.cols);
+// The scene of one turn as the sensor would deliver it. Nobody asks for infrared and depth here.
+void show(ControlCenter& center, const cv::Mat& color) {
+  static const cv::Mat kBlank = cv::Mat::zeros(1, 1, CV_32FC1);
+  feed_set(center.kinect, color, kBlank, kBlank);
+}
+
+StoryTurn take_turn(ControlCenter& center, const room::Moment& moment) {
   StoryTurn turn;
   turn.heads_in_view = heads_in_view(moment);
-  for (const FaceInfo& face : faces) {
+  for (const FaceInfo& face : observe_room(center)) {
     turn.faces.push_back({face, person_at(face.box, moment)});
   }
-  turn.room = watcher.status.room;
+  turn.room = center.status.room;
   return turn;
+}
+
+// The story's own clock, which stands still between the turns. An hour in, so that nothing takes
+// its first reading for "never".
+std::chrono::steady_clock::time_point g_story_time{std::chrono::hours(1)};
+
+std::chrono::steady_clock::time_point story_time() { return g_story_time; }
+
+void prepare(ControlCenter& center, const std::filesystem::path& samples) {
+  write_owner_samples(samples);
+  center.options.samples_dir = samples.string();
+  center.options.status_refresh_frames = std::numeric_limits<std::int32_t>::max();
+  center.loop.frame_count = 1;  // the services are asked on the first frame, and not here
+  center.loop.start = story_time();
+  center.now = story_time;
+  load_detectors(center.detectors, center.options, center.status);
+  train_recognizer(center.recognition, center.options, center.status);
+  start_fed_sensor(center.kinect);
 }
 
 }  // namespace
 
 std::vector<StoryTurn> watch_story(const std::filesystem::path& folder, std::uint64_t step) {
-  room::write_owner_samples(folder);
-  Watcher watcher;
-  watcher.options.samples_dir = folder.string();
-  load_detectors(watcher.detectors, watcher.options, watcher.status);
-  train_recognizer(watcher.recognition, watcher.options, watcher.status);
+  ControlCenter center;
+  prepare(center, folder);
   const room::Renderer renderer(room::kUsualSeed);
   std::vector<StoryTurn> turns;
+  const auto start = story_time();
   for (std::uint64_t delivered = 0; delivered < room::kStorySets; delivered += step) {
-    set_story_time(std::chrono::duration_cast<std::chrono::nanoseconds>(seconds(delivered)));
+    g_story_time = start + std::chrono::duration_cast<std::chrono::nanoseconds>(seconds(delivered));
     const std::uint64_t set = room::kOpeningSet + delivered;
     const room::Moment moment = room::moment_at(set);
-    turns.push_back(take_turn(watcher, renderer.render_color(moment, set), moment));
+    show(center, renderer.render_color(moment, set));
+    turns.push_back(take_turn(center, moment));
     turns.back().time = seconds(set % room::kStorySets).count();
   }
   return turns;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "awareness/room_awareness.hpp"
+#include "app/run_state/room_awareness.hpp"
 #include "face_pipeline/face_info.hpp"
 #include "virtual_kinect/room/looks.hpp"
 
@@ -25,9 +25,8 @@ struct StoryTurn {
   RoomAwareness room;
 };
 
-// Shows every `step`th set of the story to the cascades, the recogniser and the room awareness.
-// The recogniser learns from samples that are written to `folder`. The process's monotonic clock
-// goes with the story.
+// Shows every `step`th set of the story to the program, whose clock goes with the story. The
+// recogniser learns from samples that are written to `folder`.
 std::vector<StoryTurn> watch_story(const std::filesystem::path& folder, std::uint64_t step);
 
 }  // namespace halcyra

@@ -14,6 +14,9 @@
 
 namespace halcyra::virtual_kinect::room {
 
+// The seed of the room that everybody sees.
+constexpr std::uint32_t kUsualSeed = 20;
+
 struct InfraredAndDepth {
   cv::Mat infrared;  // float, 0 at the outermost columns
   cv::Mat depth;     // float, millimetres; 0 where there is no measurement

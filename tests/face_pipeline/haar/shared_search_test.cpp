@@ -7,7 +7,7 @@
 #include <opencv2/imgproc.hpp>
 #include <opencv2/objdetect.hpp>
 
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 #include "face_pipeline/face_detection.hpp"
 #include "face_pipeline/haar/fast_cascade_classifier.hpp"
 #include "tests/face_pipeline/detection_comparison.hpp"

@@ -6,9 +6,9 @@
 #include <deque>
 #include <string>
 
-#include "awareness/room_awareness.hpp"
-#include "probes/corvane_status.hpp"
-#include "probes/voice_status.hpp"
+#include "app/run_state/corvane_status.hpp"
+#include "app/run_state/room_awareness.hpp"
+#include "app/run_state/voice_status.hpp"
 
 namespace halcyra {
 

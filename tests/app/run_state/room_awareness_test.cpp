@@ -1,4 +1,4 @@
-#include "awareness/room_awareness.hpp"
+#include "app/run_state/room_awareness.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "app/event_log.hpp"
+#include "app/run_state/event_log.hpp"
 
 #include <chrono>
 #include <cstddef>
 #include <ctime>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
 namespace {

@@ -1,4 +1,4 @@
-#include "virtual_kinect/room/owner_samples.hpp"
+#include "demo/owner_samples.hpp"
 
 #include <stdexcept>
 #include <string>
@@ -9,13 +9,13 @@
 
 #include "virtual_kinect/room/pinhole.hpp"
 #include "virtual_kinect/room/renderer.hpp"
-#include "virtual_kinect/room/room_source.hpp"
 
-namespace halcyra::virtual_kinect::room {
-
+namespace halcyra {
 namespace {
 
 namespace fs = std::filesystem;
+
+using namespace virtual_kinect::room;
 
 // Angles in degrees, lengths in millimetres.
 struct Shot {
@@ -119,4 +119,4 @@ void write_owner_samples(const fs::path& folder) {
   }
 }
 
-}  // namespace halcyra::virtual_kinect::room
+}  // namespace halcyra

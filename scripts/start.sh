@@ -49,7 +49,7 @@ choose_scene() {
 choose_display() {
     if [ -n "${DISPLAY:-}" ] || [ -n "${QT_QPA_PLATFORM:-}" ] || given --help -h; then return; fi
     if ! given --frames --smoke --layout-test; then arguments+=(--frames 90); fi
-    command=("$root/packaging/on-virtual-display.sh" "$build/dashboard.png" "${command[@]}")
+    command=("$root/scripts/on-virtual-display.sh" "$build/dashboard.png" "${command[@]}")
 }
 
 choose_scene

@@ -1,4 +1,4 @@
-#include "probes/voice_status.hpp"
+#include "app/run_state/voice_status.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "virtual_kinect/room/owner_samples.hpp"
+#include "demo/owner_samples.hpp"
 
 #include <filesystem>
 #include <fstream>
@@ -12,7 +12,7 @@
 
 #include "tests/support/temporary_folder.hpp"
 
-namespace halcyra::virtual_kinect::room {
+namespace halcyra {
 namespace {
 
 namespace fs = std::filesystem;
@@ -52,4 +52,4 @@ TEST(OwnerSamplesTest, ThrowsWhereItCannotWrite) {
 }
 
 }  // namespace
-}  // namespace halcyra::virtual_kinect::room
+}  // namespace halcyra

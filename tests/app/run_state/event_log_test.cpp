@@ -1,4 +1,4 @@
-#include "app/event_log.hpp"
+#include "app/run_state/event_log.hpp"
 
 #include <time.h>
 
@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 #include "tests/support/environment_variable.hpp"
 #include "tests/support/event_messages.hpp"
 

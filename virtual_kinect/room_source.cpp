@@ -1,4 +1,4 @@
-#include "virtual_kinect/room/room_source.hpp"
+#include "virtual_kinect/room_source.hpp"
 
 #include <memory>
 #include <optional>
@@ -6,11 +6,14 @@
 #include "virtual_kinect/room/renderer.hpp"
 #include "virtual_kinect/room/story.hpp"
 
-namespace halcyra::virtual_kinect::room {
+namespace halcyra::virtual_kinect {
 
 namespace {
 
 using libfreenect2::Frame;
+using room::InfraredAndDepth;
+using room::moment_at;
+using room::Renderer;
 
 struct Room {
   explicit Room(std::uint32_t seed) : renderer(seed) {}
@@ -36,22 +39,22 @@ StreamImage stream_image(const cv::Mat& pixels, Frame::Format format) {
 }  // namespace
 
 FrameSource open_room(std::uint32_t seed) {
-  const auto room = std::make_shared<Room>(seed);
+  const auto shown = std::make_shared<Room>(seed);
   FrameSource source;
   source.streams = {Frame::Color, Frame::Ir, Frame::Depth};
-  source.image = [room](Frame::Type stream, std::uint64_t delivered) {
-    const std::uint64_t set = kOpeningSet + delivered;
+  source.image = [shown](Frame::Type stream, std::uint64_t delivered) {
+    const std::uint64_t set = room::kOpeningSet + delivered;
     switch (stream) {
       case Frame::Ir:
-        return stream_image(room->measurement(set).infrared, Frame::Float);
+        return stream_image(shown->measurement(set).infrared, Frame::Float);
       case Frame::Depth:
-        return stream_image(room->measurement(set).depth, Frame::Float);
+        return stream_image(shown->measurement(set).depth, Frame::Float);
       case Frame::Color:
         break;
     }
-    return stream_image(room->renderer.render_color(moment_at(set), set), Frame::BGRX);
+    return stream_image(shown->renderer.render_color(moment_at(set), set), Frame::BGRX);
   };
   return source;
 }
 
-}  // namespace halcyra::virtual_kinect::room
+}  // namespace halcyra::virtual_kinect

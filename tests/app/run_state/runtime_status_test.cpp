@@ -1,4 +1,4 @@
-#include "app/runtime_status.hpp"
+#include "app/run_state/runtime_status.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/views.hpp"
+#include "app/run_state/views.hpp"
 
 #include <algorithm>
 #include <array>

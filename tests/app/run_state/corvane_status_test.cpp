@@ -1,4 +1,4 @@
-#include "probes/corvane_status.hpp"
+#include "app/run_state/corvane_status.hpp"
 
 #include <gtest/gtest.h>
 

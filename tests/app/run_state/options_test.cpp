@@ -1,4 +1,4 @@
-#include "app/options.hpp"
+#include "app/run_state/options.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,48 @@
+# A module is a static library that shows its users its own headers and those of what it links, and
+# no others. Each target has an include folder of its own in the build tree, which holds a link for
+# each header it offers; the project's root is on nobody's include path.
+
+# halcyra_expose_headers(TARGET SCOPE HEADER...)
+# Lets users of TARGET include HEADERs of the current folder by their path from the project's root.
+function(halcyra_expose_headers target scope)
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  set(visible ${PROJECT_BINARY_DIR}/visible/${target})
+  file(REMOVE_RECURSE ${visible})
+  file(MAKE_DIRECTORY ${visible}/${folder})
+  foreach(header IN LISTS ARGN)
+    if(NOT EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${header})
+      message(FATAL_ERROR "${target}: there is no header ${folder}/${header}")
+    endif()
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${visible}/${folder}/${header} SYMBOLIC)
+  endforeach()
+  target_include_directories(${target} ${scope} ${visible})
+endfunction()
+
+# halcyra_add_module(TARGET SOURCES source... [HEADERS header...])
+# The headers are those named like a source, and the ones listed.
+function(halcyra_add_module target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;HEADERS")
+  set(headers ${arg_HEADERS})
+  foreach(source IN LISTS arg_SOURCES)
+    string(REGEX REPLACE "\\.cpp$" ".hpp" header ${source})
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${header})
+      list(APPEND headers ${header})
+    endif()
+  endforeach()
+  add_library(${target} STATIC ${arg_SOURCES})
+  target_link_libraries(${target} PRIVATE halcyra_flags)
+  halcyra_expose_headers(${target} PUBLIC ${headers})
+endfunction()
+
+# halcyra_expose_folder(TARGET)
+# An INTERFACE library whose users can include everything in and below the current folder, which
+# must stand at the project's root. For programs that nothing is built on.
+function(halcyra_expose_folder target)
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  set(visible ${PROJECT_BINARY_DIR}/visible/${target})
+  file(REMOVE_RECURSE ${visible})
+  file(MAKE_DIRECTORY ${visible})
+  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${visible}/${folder} SYMBOLIC)
+  add_library(${target} INTERFACE)
+  target_include_directories(${target} INTERFACE ${visible})
+endfunction()
