@@ -21,7 +21,7 @@ struct Pictures {
 
 Pictures pictures_of(const RecordedFrames& frames) {
   Pictures pictures;
-  pictures.color = color_images(frames.color, ChannelOrder::bgrx).bgr;
+  pictures.color = color_images(frames.color, ChannelOrder::kBgrx).bgr;
   infrared_picture(frames.infrared, pictures.infrared);
   depth_picture(frames.depth, pictures.depth);
   return pictures;

@@ -37,7 +37,7 @@ void measure_frame_conversion() {
       "depth conversion", "room", [] { depth_picture(frames.depth, picture); },
       [] { depth_floor(frames.depth, levels, picture); });
   measure(
-      "colour conversion", "room", [] { images = color_images(frames.color, ChannelOrder::bgrx); },
+      "colour conversion", "room", [] { images = color_images(frames.color, ChannelOrder::kBgrx); },
       [] {
         cv::cvtColor(frames.color, picture, cv::COLOR_BGRA2BGR);
         cv::cvtColor(frames.color, grey, cv::COLOR_BGRA2GRAY);

@@ -10,7 +10,7 @@ struct ColorImages {
   cv::Mat grey;  // 8-bit, 1 channel, the frame's size
 };
 
-enum class ChannelOrder { bgrx, rgbx };
+enum class ChannelOrder { kBgrx, kRgbx };
 
 // `pixels` is 8-bit with 4 channels, the fourth unused.
 ColorImages color_images(const cv::Mat& pixels, ChannelOrder order);

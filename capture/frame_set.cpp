@@ -89,7 +89,8 @@ void convert_depth(const KinectSession& session, RuntimeStatus& status, cv::Mat&
 ColorImages convert_color(const KinectSession& session) {
   const Frame* frame = usable_frame(session, Frame::Color);
   if (frame == nullptr) return {};
-  const ChannelOrder order = frame->format == Frame::RGBX ? ChannelOrder::rgbx : ChannelOrder::bgrx;
+  const ChannelOrder order =
+      frame->format == Frame::RGBX ? ChannelOrder::kRgbx : ChannelOrder::kBgrx;
   return color_images(pixels_of(*frame, CV_8UC4), order);
 }
 

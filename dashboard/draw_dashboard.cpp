@@ -20,9 +20,7 @@ const cv::Scalar kBackground(14, 18, 25);
 // nobody else still looks at it.
 void renew_canvas(cv::Mat& canvas, cv::Size size) {
   const bool free = canvas.u != nullptr && canvas.u->refcount == 1;
-  if (!free || canvas.size() != size || canvas.type() != CV_8UC3) {
-    canvas = cv::Mat(size, CV_8UC3);
-  }
+  if (!free || canvas.size() != size || canvas.type() != CV_8UC3) canvas = cv::Mat(size, CV_8UC3);
   canvas.setTo(kBackground);
 }
 

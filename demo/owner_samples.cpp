@@ -82,7 +82,7 @@ Posture posture_for(const Shot& shot) {
 
 cv::Rect frame_of(const Shot& shot) {
   const float scale = kColorCamera.focal / shot.z;
-  const float head_height = head_position(look_of(Person::owner).body, posture_for(shot)).y;
+  const float head_height = head_position(look_of(Person::kOwner).body, posture_for(shot)).y;
   const float side = shot.frame_side * scale;
   const float left = kColorCamera.column({shot.x + shot.frame_shift, 0.0F, shot.z}) - 0.5F * side;
   const float top = kColorCamera.row({0.0F, head_height - shot.frame_rise, shot.z}) - 0.5F * side;
@@ -92,7 +92,7 @@ cv::Rect frame_of(const Shot& shot) {
 
 cv::Mat take(const Renderer& renderer, const Shot& shot, std::uint64_t number) {
   Moment moment;
-  moment.people = {{Person::owner, posture_for(shot)}};
+  moment.people = {{Person::kOwner, posture_for(shot)}};
   moment.light = {shot.daylight, shot.lamp};
   cv::Mat grey;
   cv::cvtColor(renderer.render_color(moment, number), grey, cv::COLOR_BGRA2GRAY);

@@ -69,9 +69,7 @@ void Delivery::end() {
     turn_->ended = true;
     turn_->changed.notify_all();
   }
-  if (thread_.joinable()) {
-    thread_.join();
-  }
+  if (thread_.joinable()) thread_.join();
 }
 
 void Delivery::end_with_a_late_set() {
@@ -92,9 +90,7 @@ void Delivery::run() {
       is_over_ = true;
       return;
     }
-    if (!rest(kPause)) {
-      return;
-    }
+    if (!rest(kPause)) return;
     first_set_ = next_set_;
     ++pauses_;
   }
@@ -106,17 +102,11 @@ bool Delivery::play_once() {
   std::uint64_t set = first_set_;
   while (!source_.set_count || set < first_set_ + *source_.set_count) {
     std::vector<PreparedFrame> frames = prepare(set);
-    if (set == first_set_) {
-      first_due_ = Clock::now();
-    }
-    if (!wait_for_turn(set)) {
-      return false;
-    }
+    if (set == first_set_) first_due_ = Clock::now();
+    if (!wait_for_turn(set)) return false;
     hand_out(frames);
     next_set_ = set + 1;
-    if (needs_a_rest(set) && !rest(kFrameTime)) {
-      return false;
-    }
+    if (needs_a_rest(set) && !rest(kFrameTime)) return false;
     set = set_after(set);
   }
   return true;
@@ -138,9 +128,7 @@ std::unique_ptr<Frame> Delivery::make_faulty_frame(
   auto frame = make_frame(source_.image(stream, set), hold);
   frame->sequence = settings_.first_sequence + static_cast<std::uint32_t>(set);
   frame->timestamp = timestamp_of(set);
-  if (is_damaged(stream, set, settings_.damaged_percent)) {
-    damage(*frame, set);
-  }
+  if (is_damaged(stream, set, settings_.damaged_percent)) damage(*frame, set);
   return frame;
 }
 
@@ -204,9 +192,7 @@ void Delivery::hand_out(std::vector<PreparedFrame>& frames) {
 std::uint64_t Delivery::set_after(std::uint64_t set) const {
   const std::uint64_t next = set + 1;
   const std::uint64_t end = first_set_ + source_.set_count.value_or(0);
-  if (settings_.pace == 0 || (source_.set_count && next >= end)) {
-    return next;
-  }
+  if (settings_.pace == 0 || (source_.set_count && next >= end)) return next;
   const std::chrono::nanoseconds elapsed = Clock::now() - first_due_;
   const auto newest_due = first_set_ + static_cast<std::uint64_t>(elapsed.count() * settings_.pace /
                                                                   kNanosecondsPerSecond);

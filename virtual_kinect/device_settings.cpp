@@ -23,9 +23,7 @@ constexpr int kMostPace = 120;
 // Each reader below returns what is wrong with the value, or an empty string.
 
 std::string read_text(const cv::FileNode& node, std::string& value) {
-  if (!node.isString()) {
-    return "must be text (in quotes where it looks like a number)";
-  }
+  if (!node.isString()) return "must be text (in quotes where it looks like a number)";
   value = node.string();
   return {};
 }
@@ -60,10 +58,10 @@ std::string read_flag(const cv::FileNode& node, const char* yes, const char* no,
 
 std::string read_after(const cv::FileNode& node, AfterLastSet& value) {
   return read_choice(node,
-                     Choices<AfterLastSet>{{"loop", AfterLastSet::loop},
-                                           {"stall", AfterLastSet::stall},
-                                           {"pause", AfterLastSet::pause},
-                                           {"unplug", AfterLastSet::unplug}},
+                     Choices<AfterLastSet>{{"loop", AfterLastSet::kLoop},
+                                           {"stall", AfterLastSet::kStall},
+                                           {"pause", AfterLastSet::kPause},
+                                           {"unplug", AfterLastSet::kUnplug}},
                      value);
 }
 
@@ -71,7 +69,7 @@ std::string read_stop(const cv::FileNode& node, StopOutcome& value) {
   return read_choice(
       node,
       Choices<StopOutcome>{
-          {"ok", StopOutcome::ok}, {"fail", StopOutcome::fail}, {"late", StopOutcome::late}},
+          {"ok", StopOutcome::kOk}, {"fail", StopOutcome::kFail}, {"late", StopOutcome::kLate}},
       value);
 }
 
@@ -104,9 +102,7 @@ std::string storage_text(std::string text) {
   if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
     text.erase(0, kByteOrderMark.size());
   }
-  if (text.rfind("%YAML", 0) != 0) {
-    text.insert(0, "%YAML:1.0\n");
-  }
+  if (text.rfind("%YAML", 0) != 0) text.insert(0, "%YAML:1.0\n");
   return text + "\n...\n";
 }
 
@@ -116,9 +112,7 @@ bool has_too_many_digits(const std::string& text, const std::string& key) {
     const bool starts_line = text.find_last_of('\n', at) == text.find_last_not_of(' ', at - 1);
     const std::size_t digits = text.find_first_not_of(" \r\n:+-", at + key.size());
     const std::size_t end = text.find_first_not_of("0123456789abcdefABCDEFxX", digits);
-    if (starts_line && digits != std::string::npos && end - digits > kMostDigits) {
-      return true;
-    }
+    if (starts_line && digits != std::string::npos && end - digits > kMostDigits) return true;
   }
   return false;
 }
@@ -127,9 +121,7 @@ bool has_too_many_digits(const std::string& text, const std::string& key) {
 // inside it.
 std::string overflow_fault(const std::string& text) {
   for (const std::string key : {"pace", "drop", "corrupt"}) {
-    if (has_too_many_digits(text, key)) {
-      return "\"" + key + "\" has too many digits";
-    }
+    if (has_too_many_digits(text, key)) return "\"" + key + "\" has too many digits";
   }
   return {};
 }
@@ -140,9 +132,7 @@ bool goes_on_with_a_dash(const std::string& document) {
   std::size_t line = document.find(kEndMarker) + kEndMarker.size();  // storage_text sets one
   while (line != std::string::npos) {
     const std::size_t first = document.find_first_not_of(" \t\r\n", line);
-    if (first != std::string::npos && document[first] == '-') {
-      return true;
-    }
+    if (first != std::string::npos && document[first] == '-') return true;
     line = document.find('\n', first);
   }
   return false;
@@ -154,24 +144,18 @@ std::string read_map(const cv::FileNode& root, DeviceSettings& settings) {
     const std::string key = node.name();
     const std::string fault =
         seen.insert(key).second ? read_value(node, settings) : "stands there twice";
-    if (!fault.empty()) {
-      return std::string("\"").append(key).append("\" ").append(fault);
-    }
+    if (!fault.empty()) return std::string("\"").append(key).append("\" ").append(fault);
   }
   return {};
 }
 
 std::string read_settings(const std::string& text, DeviceSettings& settings) {
   const std::string document = storage_text(text);
-  if (text.find('\0') != std::string::npos || goes_on_with_a_dash(document)) {
-    return kNotAMap;
-  }
+  if (text.find('\0') != std::string::npos || goes_on_with_a_dash(document)) return kNotAMap;
   try {
     const cv::FileStorage storage(document, cv::FileStorage::READ | cv::FileStorage::MEMORY);
     const cv::FileNode root = storage.root();
-    if (!(root.isMap() || root.isNone()) || !storage.root(1).empty()) {
-      return kNotAMap;
-    }
+    if (!(root.isMap() || root.isNone()) || !storage.root(1).empty()) return kNotAMap;
     const std::string fault = read_map(root, settings);
     return fault.empty() ? overflow_fault(document) : fault;
   } catch (const std::exception&) {

@@ -9,16 +9,16 @@
 namespace halcyra::virtual_kinect {
 
 enum class AfterLastSet {
-  loop,    // the first follows at once
-  stall,   // nothing more
-  pause,   // nothing for 2.5 seconds, then the first again
-  unplug,  // nothing more, as after the loss of the device; `stop` then fails
+  kLoop,    // the first follows at once
+  kStall,   // nothing more
+  kPause,   // nothing for 2.5 seconds, then the first again
+  kUnplug,  // nothing more, as after the loss of the device; `stop` then fails
 };
 
 enum class StopOutcome {
-  ok,
-  fail,  // the streams end, but `stop` returns false
-  late,  // one more set arrives while they end
+  kOk,
+  kFail,  // the streams end, but `stop` returns false
+  kLate,  // one more set arrives while they end
 };
 
 struct DeviceSettings {
@@ -26,10 +26,10 @@ struct DeviceSettings {
   std::string firmware = "0.0.0";
   libfreenect2::Frame::Format color_format = libfreenect2::Frame::BGRX;
   int pace = 30;  // sets per second; 0: each set waits for the release of the one before
-  AfterLastSet after = AfterLastSet::loop;
+  AfterLastSet after = AfterLastSet::kLoop;
   bool opens = true;   // false: the device cannot be opened
   bool starts = true;  // false: its streams cannot be started
-  StopOutcome stop = StopOutcome::ok;
+  StopOutcome stop = StopOutcome::kOk;
   bool closes = true;          // false: `close` returns false
   int lost_percent = 0;        // of each stream's frames: never arrive
   int damaged_percent = 0;     // of each stream's frames: arrive unusable or with arbitrary pixels

@@ -12,14 +12,10 @@ std::optional<std::string> read_file(const std::filesystem::path& file) {
     return std::nullopt;  // also keeps from opening a pipe, which would wait for its writer
   }
   std::ifstream stream(file, std::ios::binary);
-  if (!stream) {
-    return std::nullopt;
-  }
+  if (!stream) return std::nullopt;
   std::string bytes(size, '\0');
   stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  if (stream.bad()) {
-    return std::nullopt;
-  }
+  if (stream.bad()) return std::nullopt;
   bytes.resize(static_cast<std::size_t>(stream.gcount()));  // the file may have shrunk meanwhile
   return bytes;
 }

@@ -9,7 +9,7 @@ namespace {
 
 using libfreenect2::Frame;
 
-enum class Damage { no_data, no_width, no_height, two_bytes_per_pixel, torn };
+enum class Damage { kNoData, kNoWidth, kNoHeight, kTwoBytesPerPixel, kTorn };
 constexpr std::uint64_t kDamages = 5;
 
 constexpr std::uint64_t kLossSeed = 0x10;
@@ -50,19 +50,19 @@ bool is_damaged(Frame::Type stream, std::uint64_t set, int percent) {
 void damage(Frame& frame, std::uint64_t set) {
   frame.status = 1;
   switch (static_cast<Damage>(set % kDamages)) {
-    case Damage::no_data:
+    case Damage::kNoData:
       frame.data = nullptr;
       break;
-    case Damage::no_width:
+    case Damage::kNoWidth:
       frame.width = 0;
       break;
-    case Damage::no_height:
+    case Damage::kNoHeight:
       frame.height = 0;
       break;
-    case Damage::two_bytes_per_pixel:
+    case Damage::kTwoBytesPerPixel:
       frame.bytes_per_pixel = 2;
       break;
-    case Damage::torn:
+    case Damage::kTorn:
       if (frame.data != nullptr) tear(frame, set);
       break;
   }

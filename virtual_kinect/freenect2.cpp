@@ -18,9 +18,7 @@ struct Freenect2::State {
   std::set<VirtualDevice*> devices;  // all that exist, also the closed ones
 
   bool has_device(int index) {
-    if (!enumerated) {
-      enumerate();
-    }
+    if (!enumerated) enumerate();
     return scene && index == 0;
   }
 
@@ -50,13 +48,9 @@ std::string Freenect2::getDeviceSerialNumber(int index) {
 std::string Freenect2::getDefaultDeviceSerialNumber() { return getDeviceSerialNumber(0); }
 
 Freenect2Device* Freenect2::openDevice(int index) {
-  if (!state_->has_device(index) || !state_->scene->settings.opens) {
-    return nullptr;
-  }
+  if (!state_->has_device(index) || !state_->scene->settings.opens) return nullptr;
   for (VirtualDevice* device : state_->devices) {
-    if (device->is_open()) {
-      return device;
-    }
+    if (device->is_open()) return device;
   }
   State* const state = state_.get();
   auto device =

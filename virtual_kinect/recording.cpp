@@ -61,22 +61,18 @@ std::vector<fs::path> stream_files(const fs::path& recording, Frame::Type stream
         std::any_of(folder.extensions.begin(), folder.extensions.end(),
                     [&name](const std::string& extension) { return ends_in(name, extension); });
     std::error_code no_status;
-    if (is_image && entry->is_regular_file(no_status)) {
-      names.push_back(name);
-    }
+    if (is_image && entry->is_regular_file(no_status)) names.push_back(name);
   }
   std::sort(names.begin(), names.end());
   std::vector<fs::path> files;
   files.reserve(names.size());
-  for (const std::string& name : names) {
-    files.push_back(recording / folder.name / name);
-  }
+  for (const std::string& name : names) files.push_back(recording / folder.name / name);
   return files;
 }
 
 FrameSource open_recording(const fs::path& recording, const DeviceSettings& settings) {
-  const bool endless = settings.after == AfterLastSet::loop;
-  const bool repeats = endless || settings.after == AfterLastSet::pause;
+  const bool endless = settings.after == AfterLastSet::kLoop;
+  const bool repeats = endless || settings.after == AfterLastSet::kPause;
   const auto opened = std::make_shared<Recording>(
       Recording{{}, settings.color_format, ImageCache(repeats ? kLoopCacheBytes : 0)});
   FrameSource source;
@@ -89,9 +85,7 @@ FrameSource open_recording(const fs::path& recording, const DeviceSettings& sett
       opened->files[stream] = std::move(files);
     }
   }
-  if (!endless) {
-    source.set_count = set_count;
-  }
+  if (!endless) source.set_count = set_count;
   source.image = [opened, set_count](Frame::Type stream, std::uint64_t set) {
     const fs::path& file = opened->files.at(stream)[set % set_count];
     return opened->cache.get(file.string(),

@@ -19,9 +19,7 @@ namespace fs = std::filesystem;
 void say(std::string message) {
   for (char& c : message) {
     const auto code = static_cast<unsigned char>(c);
-    if (code < 0x20 || code == 0x7F) {
-      c = '?';
-    }
+    if (code < 0x20 || code == 0x7F) c = '?';
   }
   std::cerr << "virtual Kinect: " + message + "\n" << std::flush;
 }
@@ -29,12 +27,8 @@ void say(std::string message) {
 // What is wrong with the value, or an empty string.
 std::string value_fault(const std::string& value) {
   std::error_code error;
-  if (!fs::exists(value, error)) {
-    return "there is no such folder";
-  }
-  if (!fs::is_directory(value, error)) {
-    return "that is not a folder";
-  }
+  if (!fs::exists(value, error)) return "there is no such folder";
+  if (!fs::is_directory(value, error)) return "that is not a folder";
   return {};
 }
 
@@ -43,9 +37,7 @@ std::string value_fault(const std::string& value) {
 std::optional<Scene> find_scene() {
   const char* variable = std::getenv("VIRTUAL_KINECT");
   const std::string value = variable == nullptr ? "" : variable;
-  if (value.empty()) {
-    return std::nullopt;
-  }
+  if (value.empty()) return std::nullopt;
   if (value == "room") {
     return Scene{DeviceSettings{}, [] { return open_room(); }};
   }

@@ -32,9 +32,7 @@ SyncMultiFrameListener::SyncMultiFrameListener(unsigned int frame_types)
 }
 
 SyncMultiFrameListener::~SyncMultiFrameListener() {
-  for (const auto& [type, frame] : state_->latest) {
-    delete frame;
-  }
+  for (const auto& [type, frame] : state_->latest) delete frame;
 }
 
 bool SyncMultiFrameListener::hasNewFrame() const {
@@ -68,9 +66,7 @@ void SyncMultiFrameListener::waitForNewFrame(FrameMap& frame) {
 // Frames are deleted outside the lock, here and below: deleting one may wake its driver, which then
 // delivers the next frame to this listener.
 void SyncMultiFrameListener::release(FrameMap& frame) {
-  for (const auto& [type, held] : frame) {
-    delete held;
-  }
+  for (const auto& [type, held] : frame) delete held;
   frame.clear();
   const std::lock_guard lock(state_->mutex);
   state_->on_loan = false;
@@ -82,9 +78,7 @@ bool SyncMultiFrameListener::onNewFrame(Frame::Type type, Frame* frame) {
   {
     const std::lock_guard lock(state_->mutex);
     const auto type_bit = static_cast<unsigned int>(type);
-    if ((state_->subscribed & type_bit) == 0) {
-      return false;
-    }
+    if ((state_->subscribed & type_bit) == 0) return false;
     Frame*& place = state_->latest[type];
     replaced = place;
     place = frame;

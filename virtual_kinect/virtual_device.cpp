@@ -17,7 +17,7 @@ constexpr std::uint32_t kLastTimestamps = 0U - 4000U;
 DeliverySettings delivery_settings(const DeviceSettings& device) {
   DeliverySettings delivery;
   delivery.pace = device.pace;
-  delivery.resumes = device.after == AfterLastSet::pause;
+  delivery.resumes = device.after == AfterLastSet::kPause;
   delivery.lost_percent = device.lost_percent;
   delivery.damaged_percent = device.damaged_percent;
   if (device.counters_wrap) {
@@ -57,17 +57,13 @@ void VirtualDevice::setIrAndDepthFrameListener(FrameListener* listener) {
 }
 
 void VirtualDevice::listeners_changed() {
-  if (delivery_) {
-    delivery_->set_listeners(listeners_);
-  }
+  if (delivery_) delivery_->set_listeners(listeners_);
 }
 
 bool VirtualDevice::start() { return startStreams(true, true); }
 
 bool VirtualDevice::startStreams(bool rgb, bool depth) {
-  if (!open_ || delivery_ || !settings_.starts) {
-    return false;
-  }
+  if (!open_ || delivery_ || !settings_.starts) return false;
   FrameSource source = open_source_();
   const auto unwanted = [rgb, depth](Frame::Type stream) {
     return stream == Frame::Color ? !rgb : !depth;
@@ -81,15 +77,11 @@ bool VirtualDevice::startStreams(bool rgb, bool depth) {
 }
 
 bool VirtualDevice::stop() {
-  if (!delivery_) {
-    return false;
-  }
-  const bool unplugged = settings_.after == AfterLastSet::unplug && delivery_->is_over();
-  if (settings_.stop == StopOutcome::late && !unplugged) {
-    delivery_->end_with_a_late_set();
-  }
+  if (!delivery_) return false;
+  const bool unplugged = settings_.after == AfterLastSet::kUnplug && delivery_->is_over();
+  if (settings_.stop == StopOutcome::kLate && !unplugged) delivery_->end_with_a_late_set();
   delivery_.reset();
-  return settings_.stop != StopOutcome::fail && !unplugged;
+  return settings_.stop != StopOutcome::kFail && !unplugged;
 }
 
 bool VirtualDevice::close() {

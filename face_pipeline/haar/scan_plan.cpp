@@ -50,9 +50,7 @@ CornerWeights corner_weights(const RectFeature& feature) {
   CornerWeights weights;
   for (const WeightedRect& rect : feature) {
     const std::array<Corner, 4> corners = corners_of(rect.area);
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-      weights[corners[i]] += kSigns[i] * rect.weight;
-    }
+    for (std::size_t i = 0; i < corners.size(); ++i) weights[corners[i]] += kSigns[i] * rect.weight;
   }
   for (auto it = weights.begin(); it != weights.end();) {
     it = it->second == 0 ? weights.erase(it) : std::next(it);

@@ -232,14 +232,14 @@ TEST(ConvertColor, ReadsTheFrameInItsChannelOrder) {
   const cv::Mat pixels = random_pixels(CV_8UC4, 0, 256);
   const std::unique_ptr<Frame> frame = make_frame(pixels, Frame::RGBX);
   const ColorImages images = convert_color(color_session(frame));
-  const ColorImages expected = color_images(pixels, ChannelOrder::rgbx);
+  const ColorImages expected = color_images(pixels, ChannelOrder::kRgbx);
   EXPECT_TRUE(same_pixels(images.bgr, expected.bgr));
   EXPECT_TRUE(same_pixels(images.grey, expected.grey));
 }
 
 TEST(ConvertColor, ReadsEveryOtherFormatAsBgrx) {
   const cv::Mat pixels = random_pixels(CV_8UC4, 0, 256);
-  const ColorImages expected = color_images(pixels, ChannelOrder::bgrx);
+  const ColorImages expected = color_images(pixels, ChannelOrder::kBgrx);
   for (const Frame::Format format :
        {Frame::BGRX, Frame::Invalid, Frame::Raw, Frame::Float, Frame::Gray}) {
     const std::unique_ptr<Frame> frame = make_frame(pixels, format);

@@ -57,9 +57,9 @@ double face_angle(const room::Posture& posture) {
 }
 
 std::map<std::string, double> heads_in_view(int milliseconds) {
-  static const std::map<room::Person, std::string> kNames = {{room::Person::owner, "owner"},
-                                                             {room::Person::guest, "guest"},
-                                                             {room::Person::visitor, "visitor"}};
+  static const std::map<room::Person, std::string> kNames = {{room::Person::kOwner, "owner"},
+                                                             {room::Person::kGuest, "guest"},
+                                                             {room::Person::kVisitor, "visitor"}};
   std::map<std::string, double> heads;
   const std::uint64_t delivered =
       static_cast<std::uint64_t>(milliseconds) * room::kSetsPerSecond / 1000;

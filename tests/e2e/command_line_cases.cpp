@@ -153,9 +153,7 @@ Cases missing_value_cases() {
                                    "width", "height", "font-scale", "preset", "overlay-mode",
                                    "view", "samples-dir", "cascade", "profile-cascade"}) {
     std::string name = "NoValueFor_" + option;
-    for (char& character : name) {
-      character = character == '-' ? '_' : character;
-    }
+    for (char& character : name) character = character == '-' ? '_' : character;
     cases.push_back({name, {"--" + option}});
   }
   return cases;

@@ -96,9 +96,7 @@ TEST_P(AcceptedLine, RunsAndSaysSo) {
   EXPECT_EQ(end_.exit_status, 0) << errors_;
   EXPECT_EQ(errors_.find("unknown argument"), std::string::npos);
   std::map<std::string, std::string> expected = default_summary();
-  for (const auto& [name, value] : GetParam().summary) {
-    expected[name] = value;
-  }
+  for (const auto& [name, value] : GetParam().summary) expected[name] = value;
   std::map<std::string, std::string> summary = summary_values(output_);
   EXPECT_EQ(summary.erase("fps"), 1U);
   EXPECT_EQ(summary, expected);

@@ -75,9 +75,7 @@ std::string recognised(const EventPanel& panel, const cv::Mat& strip,
                        const std::vector<std::string>& texts, int width) {
   const cv::Rect left(0, 0, width, strip.rows);
   for (const std::string& text : texts) {
-    if (same_pixels(drawn_line(panel, text)(left), strip(left))) {
-      return text;
-    }
+    if (same_pixels(drawn_line(panel, text)(left), strip(left))) return text;
   }
   return "";
 }
@@ -96,13 +94,9 @@ std::string read_line(const EventReader& reader, const EventPanel& panel, const 
     times.push_back(event_time(time));
   }
   const std::string time = recognised(panel, strip, times, time_width(panel));
-  if (time.empty()) {
-    return kUnreadableLine;
-  }
+  if (time.empty()) return kUnreadableLine;
   std::vector<std::string> texts;
-  for (const std::string& message : reader.messages) {
-    texts.push_back(time + "  " + message);
-  }
+  for (const std::string& message : reader.messages) texts.push_back(time + "  " + message);
   const std::string text = recognised(panel, strip, texts, strip.cols);
   return text.empty() ? kUnreadableLine : text;
 }
@@ -122,15 +116,11 @@ std::vector<std::string> EventReader::lines(const cv::Mat& picture) const {
   std::vector<std::string> result;
   for (int line = 0; line < panel.lines; ++line) {
     const cv::Mat strip = picture(line_area(panel, line));
-    if (is_blank(strip)) {
-      break;
-    }
+    if (is_blank(strip)) break;
     result.push_back(read_line(*this, panel, strip));
   }
   const bool panel_full = static_cast<int>(result.size()) == panel.lines;
-  if (panel_full && result.back() == kUnreadableLine) {
-    result.pop_back();
-  }
+  if (panel_full && result.back() == kUnreadableLine) result.pop_back();
   return result;
 }
 

@@ -12,9 +12,7 @@ namespace {
 
 std::string listed(const std::vector<std::string>& messages) {
   std::string text;
-  for (const std::string& message : messages) {
-    text += "\n    " + message;
-  }
+  for (const std::string& message : messages) text += "\n    " + message;
   return text;
 }
 
@@ -31,14 +29,10 @@ cv::Mat drawn(const ExpectedDashboard& expected, const std::deque<std::string>& 
 }  // namespace
 
 std::string difference(const cv::Mat& picture, const ExpectedDashboard& expected) {
-  if (picture.empty()) {
-    return "no picture";
-  }
+  if (picture.empty()) return "no picture";
   const EventReader reader{expected.options.font_scale, expected.messages, expected.from};
   std::deque<std::string> events;
-  for (const std::string& line : reader.lines(picture)) {
-    events.push_back(line);
-  }
+  for (const std::string& line : reader.lines(picture)) events.push_back(line);
   const std::size_t readable = events.size();
   const std::vector<std::string> shown = messages_of({events.begin(), events.end()});
   for (std::size_t i = 0; i < readable; ++i) {
@@ -58,13 +52,9 @@ std::string difference(const cv::Mat& picture, const ExpectedDashboard& expected
     }
     const cv::Mat canvas = drawn(expected, events);
     const ::testing::AssertionResult same = same_pixels(picture, canvas);
-    if (same) {
-      return "";
-    }
+    if (same) return "";
     difference = same.message();
-    if (readable == events.size()) {
-      break;
-    }
+    if (readable == events.size()) break;
   }
   return difference;
 }

@@ -23,14 +23,10 @@ std::string fault_name(const ::testing::TestParamInfo<ToolFault>& info) { return
 // 64 bytes that are no text, over and over.
 void make_print_noise(Stage& stage, const std::string& command, int blocks) {
   std::string noise;
-  for (int i = 0; i < 64; ++i) {
-    noise += static_cast<char>(i * 41 % 256);
-  }
+  for (int i = 0; i < 64; ++i) noise += static_cast<char>(i * 41 % 256);
   const std::filesystem::path file = stage.folder() / "noise";
   std::string content;
-  for (int block = 0; block < blocks; ++block) {
-    content += noise;
-  }
+  for (int block = 0; block < blocks; ++block) content += noise;
   write_text(file, content);
   stage.provide_script(command, "exec /bin/cat '" + file.string() + "'\n");
 }

@@ -62,9 +62,7 @@ class IdleKeys : public ::testing::Test {
       SCOPED_TRACE(key);
       run_.desktop().press(key);
       expect_unmoved_dashboard();
-      if (HasFatalFailure()) {
-        return;
-      }
+      if (HasFatalFailure()) return;
     }
     EXPECT_TRUE(run_.program().running());
     EXPECT_EQ(voice_commands(), std::set<std::string>{});

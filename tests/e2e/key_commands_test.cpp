@@ -90,9 +90,7 @@ class KeyCommands : public ::testing::Test {
   void expect_keys(const std::vector<KeyCase>& keys) {
     for (const KeyCase& key : keys) {
       expect_key(key);
-      if (HasFailure()) {
-        return;
-      }
+      if (HasFailure()) return;
     }
   }
 
@@ -167,9 +165,7 @@ TEST_F(KeyCommands, TabLogsTheTarget) {
   const std::string marker = mark("Tab");
   EXPECT_TRUE(run_.wait_for_messages([&](const Messages& shown) {
     const bool logged = messages_since(shown, marker, shown_since_) && !shown_since_.empty();
-    if (!logged) {
-      run_.desktop().press("Tab");
-    }
+    if (!logged) run_.desktop().press("Tab");
     return logged;
   }));
   EXPECT_EQ(shown_since_[0], "Target cycle requested: none");

@@ -35,9 +35,7 @@ class OddReports : public ::testing::Test {
     scene.status.voice.direction_angle = angle;
     scene.status.voice.direction_confidence = confidence;
     scene.status.room.voice_match = match;
-    if (match != "no voice direction") {
-      log_message(scene, match);
-    }
+    if (match != "no voice direction") log_message(scene, match);
     return scene;
   }
 
@@ -58,9 +56,7 @@ TEST_F(OddReports, ValueAfterMegabytes) {
 
 TEST_F(OddReports, MegabytesOfLines) {
   std::string report;
-  while (report.size() < kFiveMegabytes) {
-    report += "live_processing:none\n";
-  }
+  while (report.size() < kFiveMegabytes) report += "live_processing:none\n";
   stage_.answer("sonmerectl status", report + "live_processing: running\n");
   EXPECT_EQ(shown(scene_with_processing("running")), "");
 }
@@ -121,9 +117,7 @@ TEST_F(OddReports, NumberIsReadUpToASecondPoint) {
 
 TEST_F(OddReports, EventFileOfMegabytesOfNoise) {
   std::string noise(kFiveMegabytes, '\0');
-  for (std::size_t i = 0; i < noise.size(); ++i) {
-    noise[i] = static_cast<char>(i * 7919 % 251);
-  }
+  for (std::size_t i = 0; i < noise.size(); ++i) noise[i] = static_cast<char>(i * 7919 % 251);
   stage_.write_event_file(noise + "\"direction_angle_degrees\": 3, \"direction_confidence\": 1");
   EXPECT_EQ(shown(scene_with_direction("3", "1", "unmatched voice center-right")), "");
 }

@@ -40,9 +40,7 @@ cv::Rect face_box(const Summary& summary) {
 // What is logged in every turn, over and over, fills the whole panel.
 std::vector<std::string> repeated(const std::string& newest, const std::string& older) {
   std::vector<std::string> messages;
-  for (int line = 0; line < 11; ++line) {
-    messages.push_back(line % 2 == 0 ? newest : older);
-  }
+  for (int line = 0; line < 11; ++line) messages.push_back(line % 2 == 0 ? newest : older);
   return messages;
 }
 

@@ -18,12 +18,8 @@ Program::Program(const Stage& stage, const ProgramStart& start)
     process.environment["QT_QPA_PLATFORM"] = "xcb";
     process.environment["DISPLAY"] = start.display;
   }
-  for (const auto& [name, value] : start.environment) {
-    process.environment[name] = value;
-  }
-  for (const std::string& name : start.unset) {
-    process.environment.erase(name);
-  }
+  for (const auto& [name, value] : start.environment) process.environment[name] = value;
+  for (const std::string& name : start.unset) process.environment.erase(name);
   process.working_folder = stage.working_folder();
   process.stdout_file = output_file_;
   process.stderr_file = errors_file_;

@@ -72,9 +72,7 @@ class RestlessUser {
   }
 
   void let_go() {
-    if (!held_.empty()) {
-      desktop_.let_go(held_);
-    }
+    if (!held_.empty()) desktop_.let_go(held_);
     held_.clear();
   }
 
@@ -109,9 +107,7 @@ class RestlessWindow : public SensorRun {
   // The window as it was at the start, whatever has become of it, and with the keyboard.
   static bool settled(XDesktop& desktop) {
     return wait_until([&desktop] {
-      if (!desktop.follow_window()) {
-        return false;
-      }
+      if (!desktop.follow_window()) return false;
       desktop.set_fullscreen(false);
       desktop.bring_back();
       desktop.resize({kWidth, kHeight});

@@ -136,9 +136,7 @@ TEST_F(SampleFolders, NamesMayHoldAnyBytes) {
 
 TEST_F(SampleFolders, MayBeNestedDeep) {
   std::string name;
-  for (int level = 0; level < 500; ++level) {
-    name += "level/";
-  }
+  for (int level = 0; level < 500; ++level) name += "level/";
   add_good(name + "good.png");
   add_good("good.png");
   expect_loaded(2);

@@ -46,12 +46,8 @@ ExpectedDashboard empty_room_scene(const std::string& view,
 
   scene.messages = mode_messages(view);
   scene.messages.push_back("No person visible");
-  for (const std::string& message : sensor_messages) {
-    scene.messages.push_back(message);
-  }
-  for (const std::string& message : start_messages()) {
-    scene.messages.push_back(message);
-  }
+  for (const std::string& message : sensor_messages) scene.messages.push_back(message);
+  for (const std::string& message : start_messages()) scene.messages.push_back(message);
   return scene;
 }
 

@@ -88,24 +88,16 @@ class ScreenSize : public ::testing::TestWithParam<ScreenCase> {
  protected:
   void SetUp() override {
     stage_.withdraw("xrandr");
-    if (GetParam().xrandr) {
-      stage_.answer("xrandr --current", *GetParam().xrandr);
-    }
-    if (GetParam().xdpyinfo) {
-      stage_.answer("xdpyinfo", *GetParam().xdpyinfo);
-    }
+    if (GetParam().xrandr) stage_.answer("xrandr --current", *GetParam().xrandr);
+    if (GetParam().xdpyinfo) stage_.answer("xdpyinfo", *GetParam().xdpyinfo);
   }
 
   // Which calls must be logged before the services are asked.
   std::vector<std::string> expected_calls() const {
     std::vector<std::string> calls;
-    if (GetParam().xrandr) {
-      calls.emplace_back("xrandr --current");
-    }
+    if (GetParam().xrandr) calls.emplace_back("xrandr --current");
     const bool xrandr_answered = GetParam().screen.find("(xrandr)") != std::string::npos;
-    if (GetParam().xdpyinfo && !xrandr_answered) {
-      calls.emplace_back("xdpyinfo");
-    }
+    if (GetParam().xdpyinfo && !xrandr_answered) calls.emplace_back("xdpyinfo");
     calls.insert(calls.end(), {"sonmerectl status", "sonmerectl persistence-status",
                                "systemctl --user is-active corvane.service",
                                "systemctl is-active corvane.service"});

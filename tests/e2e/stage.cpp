@@ -53,9 +53,7 @@ void Stage::write_event_file(const std::string& text) { write_text(event_file(),
 
 std::vector<std::string> Stage::calls() const {
   std::vector<std::string> calls = commands_.calls();
-  for (std::string& call : calls) {
-    call.resize(call.find_last_not_of(' ') + 1);
-  }
+  for (std::string& call : calls) call.resize(call.find_last_not_of(' ') + 1);
   return calls;
 }
 
@@ -66,9 +64,7 @@ std::map<std::string, std::string> Stage::environment() const {
       {"XDG_RUNTIME_DIR", folder().string()},
   };
   for (const char* const name : kPassedOn) {
-    if (const char* const value = std::getenv(name)) {
-      result[name] = value;
-    }
+    if (const char* const value = std::getenv(name)) result[name] = value;
   }
   return result;
 }

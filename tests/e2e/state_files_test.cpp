@@ -44,9 +44,7 @@ class StateFiles : public ::testing::Test {
   static void refresh(DesktopRun& run, ExpectedDashboard& scene, const std::string& room = "") {
     run.desktop().press("v");
     log_message(scene, "Status refreshed");
-    if (!room.empty()) {
-      log_message(scene, room);
-    }
+    if (!room.empty()) log_message(scene, room);
   }
 
   Stage stage_;
@@ -65,9 +63,7 @@ void make_unreadable(const fs::path& file) {
 }
 
 void make_pipe(const fs::path& file) {
-  if (mkfifo(file.c_str(), 0600) != 0) {
-    throw std::runtime_error("cannot make a pipe");
-  }
+  if (mkfifo(file.c_str(), 0600) != 0) throw std::runtime_error("cannot make a pipe");
 }
 
 void make_circle(const fs::path& file) {
@@ -157,9 +153,7 @@ class RestlessWriter {
  public:
   RestlessWriter(const fs::path& file, const std::vector<std::string>& texts)
       : thread_([this, file, texts] {
-          while (!stop_) {
-            write_text(file, texts[written_++ % texts.size()]);
-          }
+          while (!stop_) write_text(file, texts[written_++ % texts.size()]);
         }) {}
   RestlessWriter(const RestlessWriter&) = delete;
   RestlessWriter& operator=(const RestlessWriter&) = delete;
@@ -199,9 +193,7 @@ TEST_F(StateFiles, ReplacedWhileReadAreReadWhole) {
       const std::size_t calls = calls_before + 4U * static_cast<std::size_t>(refresh + 1);
       ASSERT_TRUE(wait_until([&] { return stage_.calls().size() >= calls; }));
       // Every refresh logs two lines at most, of 11.
-      if (refresh % 5 != 4) {
-        continue;
-      }
+      if (refresh % 5 != 4) continue;
       ASSERT_TRUE(run.wait_for_messages(all_known)) << ::testing::PrintToString(run.messages());
     }
     EXPECT_GT(writer.written(), 80U);
@@ -240,9 +232,7 @@ std::vector<HomeFault> home_faults() {
           {"VeryLong", at("/" + std::string(5000, 'h'))},
           {"VeryDeep",
            [](Stage&, ProgramStart& start) {
-             for (int level = 0; level < 2500; ++level) {
-               start.environment["HOME"] += "/h";
-             }
+             for (int level = 0; level < 2500; ++level) start.environment["HOME"] += "/h";
            }},
           {"NoText", at("/\xff\n\x01")},
           {"Unwritable", [](Stage& stage, ProgramStart&) {

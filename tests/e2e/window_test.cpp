@@ -50,9 +50,7 @@ class SmallWindow : public Window, public ::testing::WithParamInterface<cv::Size
 // Whether every pixel of `half`, half as wide and half as high, is one of the four of `whole` that
 // it stands for.
 bool is_shrunk_by_half(const cv::Mat& half, const cv::Mat& whole) {
-  if (half.size() != whole.size() / 2) {
-    return false;
-  }
+  if (half.size() != whole.size() / 2) return false;
   cv::Mat padded;
   cv::copyMakeBorder(whole, padded, 0, 1, 0, 1, cv::BORDER_REPLICATE);
   cv::Mat strange(half.size(), CV_8UC1, cv::Scalar(255));

@@ -32,9 +32,7 @@ Window find_titled(Display* display, Window parent) {
   Window grandparent = 0;
   Window* children = nullptr;
   unsigned int count = 0;
-  if (XQueryTree(display, parent, &root, &grandparent, &children, &count) == 0) {
-    return 0;
-  }
+  if (XQueryTree(display, parent, &root, &grandparent, &children, &count) == 0) return 0;
   Window found = 0;
   for (unsigned int i = 0; i < count && found == 0; ++i) {
     found = has_title(display, children[i]) ? children[i] : find_titled(display, children[i]);
@@ -48,13 +46,9 @@ Window find_titled(Display* display, Window parent) {
 XDesktop::XDesktop(const std::string& display) {
   XSetErrorHandler(ignore_error);
   display_ = std::shared_ptr<Display>(XOpenDisplay(display.c_str()), [](Display* opened) {
-    if (opened != nullptr) {
-      XCloseDisplay(opened);
-    }
+    if (opened != nullptr) XCloseDisplay(opened);
   });
-  if (display_ == nullptr) {
-    throw std::runtime_error("cannot open the display " + display);
-  }
+  if (display_ == nullptr) throw std::runtime_error("cannot open the display " + display);
 }
 
 bool XDesktop::find_window() {
@@ -63,9 +57,7 @@ bool XDesktop::find_window() {
     window_ = find_titled(display, DefaultRootWindow(display));
     return window_shown();
   });
-  if (!shown) {
-    return false;
-  }
+  if (!shown) return false;
   XSelectInput(display, window_, StructureNotifyMask);
   XSetInputFocus(display, window_, RevertToParent, CurrentTime);
   XSync(display, False);
@@ -112,20 +104,14 @@ void XDesktop::press(const std::string& keysym_name) {
   Display* const display = display_.get();
   const KeySym symbol = XStringToKeysym(keysym_name.c_str());
   const KeyCode code = XKeysymToKeycode(display, symbol);
-  if (code == 0) {
-    throw std::runtime_error("no key carries " + keysym_name);
-  }
+  if (code == 0) throw std::runtime_error("no key carries " + keysym_name);
   const bool shifted = XkbKeycodeToKeysym(display, code, 0, 0) != symbol &&
                        XkbKeycodeToKeysym(display, code, 0, 1) == symbol;
   const KeyCode shift = XKeysymToKeycode(display, XStringToKeysym("Shift_L"));
-  if (shifted) {
-    XTestFakeKeyEvent(display, shift, True, CurrentTime);
-  }
+  if (shifted) XTestFakeKeyEvent(display, shift, True, CurrentTime);
   XTestFakeKeyEvent(display, code, True, CurrentTime);
   XTestFakeKeyEvent(display, code, False, CurrentTime);
-  if (shifted) {
-    XTestFakeKeyEvent(display, shift, False, CurrentTime);
-  }
+  if (shifted) XTestFakeKeyEvent(display, shift, False, CurrentTime);
   XSync(display, False);
 }
 

@@ -12,9 +12,7 @@ namespace {
 std::string read_line(int descriptor) {
   std::string line;
   char byte = 0;
-  while (read(descriptor, &byte, 1) == 1 && byte != '\n') {
-    line += byte;
-  }
+  while (read(descriptor, &byte, 1) == 1 && byte != '\n') line += byte;
   return line;
 }
 
@@ -22,9 +20,7 @@ std::string read_line(int descriptor) {
 
 XServer::XServer(int width, int height) {
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) {
-    throw std::runtime_error("cannot make a pipe for the X server");
-  }
+  if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("cannot make a pipe for the X server");
   ProcessStart start;
   start.executable = "Xvfb";
   start.arguments = {"-displayfd",
@@ -41,9 +37,7 @@ XServer::XServer(int width, int height) {
   close(ends[1]);
   const std::string number = read_line(ends[0]);
   close(ends[0]);
-  if (number.empty()) {
-    throw std::runtime_error("Xvfb did not start");
-  }
+  if (number.empty()) throw std::runtime_error("Xvfb did not start");
   display_ = ":" + number;
 }
 

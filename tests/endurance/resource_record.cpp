@@ -55,7 +55,7 @@ std::string growth(const std::vector<ResourcePeriod>& periods, Memory memory) {
   const ResourcePeriod& last = periods.back();
   std::string found;
   const double most_kib = static_cast<double>(first.resident_kib) * kMemoryTolerance;
-  if (memory == Memory::compared && static_cast<double>(last.resident_kib) > most_kib) {
+  if (memory == Memory::kCompared && static_cast<double>(last.resident_kib) > most_kib) {
     found += compared("resident memory (KiB)", first.resident_kib, last.resident_kib);
   }
   if (last.descriptors > first.descriptors) {

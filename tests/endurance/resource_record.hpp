@@ -18,7 +18,7 @@ std::vector<ResourcePeriod> periods_of(const std::vector<ProcessResources>& samp
 // What the last period holds more of than the first: "" when nothing. Memory may differ by 2 %, as
 // the allocator keeps what it was given back in other amounts at other times; it is left out where
 // the run was too short for the caches to have filled in its first period.
-enum class Memory { compared, left_out };
+enum class Memory { kCompared, kLeftOut };
 std::string growth(const std::vector<ResourcePeriod>& periods, Memory memory);
 
 // A line for each period.

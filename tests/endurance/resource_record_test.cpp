@@ -17,7 +17,7 @@ std::vector<ProcessResources> level_samples() {
 }
 
 std::string growth_of(const std::vector<ProcessResources>& samples,
-                      Memory memory = Memory::compared) {
+                      Memory memory = Memory::kCompared) {
   return growth(periods_of(samples, 10), memory);
 }
 
@@ -35,7 +35,7 @@ TEST(ResourceRecord, MemoryThatStaysIsGrowth) {
   std::vector<ProcessResources> samples = level_samples();
   for (std::size_t i = 90; i < 100; ++i) samples[i].resident_kib = 102100;
   EXPECT_EQ(growth_of(samples), "resident memory (KiB) grew from 100000 to 102100\n");
-  EXPECT_EQ(growth_of(samples, Memory::left_out), "");
+  EXPECT_EQ(growth_of(samples, Memory::kLeftOut), "");
 }
 
 TEST(ResourceRecord, OneMoreOfAnythingIsGrowth) {
@@ -44,7 +44,7 @@ TEST(ResourceRecord, OneMoreOfAnythingIsGrowth) {
     std::vector<ProcessResources> samples = level_samples();
     for (std::size_t i = 50; i < 100; ++i) samples[i].*value += 1;
     EXPECT_NE(growth_of(samples), "");
-    EXPECT_NE(growth_of(samples, Memory::left_out), "");
+    EXPECT_NE(growth_of(samples, Memory::kLeftOut), "");
   }
 }
 

@@ -52,7 +52,7 @@ bool judge(DesktopRun& run, bool ended_well, const std::vector<ProcessResources>
            int period_count) {
   const std::vector<ResourcePeriod> periods = periods_of(samples, period_count);
   const bool long_enough = samples.size() >= kLeastSamplesForMemory;
-  const std::string grown = growth(periods, long_enough ? Memory::compared : Memory::left_out);
+  const std::string grown = growth(periods, long_enough ? Memory::kCompared : Memory::kLeftOut);
   std::cout << table_of(periods) << grown << summary_line(run.program().output());
   if (!ended_well) std::cout << "did not end well\n" << run.program().errors();
   std::cout << std::flush;

@@ -39,7 +39,7 @@ void check_color(const cv::Mat& pixels, ChannelOrder order) {
   const ColorImages images = color_images(pixels, order);
   require(images.bgr.size() == pixels.size() && images.bgr.type() == CV_8UC3, "a BGR picture");
   require(images.grey.size() == pixels.size() && images.grey.type() == CV_8UC1, "a grey picture");
-  const int blue = order == ChannelOrder::rgbx ? 2 : 0;
+  const int blue = order == ChannelOrder::kRgbx ? 2 : 0;
   for (int y = 0; y < pixels.rows; ++y) {
     for (int x = 0; x < pixels.cols; ++x) {
       const auto& from = pixels.at<cv::Vec4b>(y, x);
@@ -122,7 +122,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   switch (input.ConsumeIntegralInRange(0, 2)) {
     case 0: {
       const bool rgbx = input.ConsumeBool();
-      check_color(frame_from(input, CV_8UC4), rgbx ? ChannelOrder::rgbx : ChannelOrder::bgrx);
+      check_color(frame_from(input, CV_8UC4), rgbx ? ChannelOrder::kRgbx : ChannelOrder::kBgrx);
       break;
     }
     case 1: {

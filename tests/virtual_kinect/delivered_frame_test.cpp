@@ -12,9 +12,7 @@ using libfreenect2::Frame;
 
 TEST(MakeFrame, CopiesThePixels) {
   StreamImage image{cv::Mat(2, 3, CV_8UC4), cv::Size(3, 2), 4, Frame::RGBX};
-  for (int i = 0; i < 24; ++i) {
-    image.pixels.data[i] = static_cast<unsigned char>(i);
-  }
+  for (int i = 0; i < 24; ++i) image.pixels.data[i] = static_cast<unsigned char>(i);
   const std::unique_ptr<Frame> frame = make_frame(image, nullptr);
   EXPECT_EQ(frame->width, 3U);
   EXPECT_EQ(frame->height, 2U);
@@ -22,9 +20,7 @@ TEST(MakeFrame, CopiesThePixels) {
   EXPECT_EQ(frame->format, Frame::RGBX);
   ASSERT_NE(frame->data, nullptr);
   EXPECT_EQ(reinterpret_cast<std::uintptr_t>(frame->data) % 64, 0U);
-  for (int i = 0; i < 24; ++i) {
-    EXPECT_EQ(frame->data[i], i);
-  }
+  for (int i = 0; i < 24; ++i) EXPECT_EQ(frame->data[i], i);
   frame->data[5] = 99;
   EXPECT_EQ(image.pixels.data[5], 5);
 }

@@ -33,9 +33,7 @@ class Requests {
  public:
   void add(std::uint64_t set) {
     const std::lock_guard lock(mutex_);
-    if (sets_.empty() || sets_.back() != set) {
-      sets_.push_back(set);
-    }
+    if (sets_.empty() || sets_.back() != set) sets_.push_back(set);
     changed_.notify_all();
   }
 
@@ -113,9 +111,7 @@ class KeepingListener final : public FrameListener {
   }
 
   void drop_all() {
-    while (has_kept()) {
-      drop_one(false);
-    }
+    while (has_kept()) drop_one(false);
   }
 
  private:
@@ -139,9 +135,7 @@ class RefusingListener final : public FrameListener {
 
   bool wait_for(std::uint32_t sequence) const {
     const auto limit = Clock::now() + patience;
-    while (last_ < sequence && Clock::now() < limit) {
-      std::this_thread::yield();
-    }
+    while (last_ < sequence && Clock::now() < limit) std::this_thread::yield();
     return last_ >= sequence;
   }
 
@@ -255,9 +249,7 @@ TEST(LockstepDelivery, TimeStampsCountAThirtiethOfASecondEach) {
   FrameMap frames;
   for (std::uint32_t set = 0; set < 5; ++set) {
     ASSERT_TRUE(take_set(listener, frames));
-    for (const auto& [type, frame] : frames) {
-      EXPECT_EQ(frame->timestamp, set * 8000 / 30);
-    }
+    for (const auto& [type, frame] : frames) EXPECT_EQ(frame->timestamp, set * 8000 / 30);
     listener.release(frames);
   }
 }
@@ -360,9 +352,7 @@ TEST(RealTimeDelivery, TimeStampsFollowThePace) {
 class SlowListener final : public FrameListener {
  public:
   bool onNewFrame(Frame::Type /*type*/, Frame* frame) override {
-    if (frame->sequence == 0) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    }
+    if (frame->sequence == 0) std::this_thread::sleep_for(std::chrono::milliseconds(100));
     return false;
   }
 };

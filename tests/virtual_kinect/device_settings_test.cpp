@@ -51,10 +51,10 @@ class DeviceSettingsTest : public testing::Test {
     EXPECT_EQ(settings_.firmware, "0.0.0");
     EXPECT_EQ(settings_.color_format, Frame::BGRX);
     EXPECT_EQ(settings_.pace, 30);
-    EXPECT_EQ(settings_.after, AfterLastSet::loop);
+    EXPECT_EQ(settings_.after, AfterLastSet::kLoop);
     EXPECT_TRUE(settings_.opens);
     EXPECT_TRUE(settings_.starts);
-    EXPECT_EQ(settings_.stop, StopOutcome::ok);
+    EXPECT_EQ(settings_.stop, StopOutcome::kOk);
     EXPECT_TRUE(settings_.closes);
     EXPECT_EQ(settings_.lost_percent, 0);
     EXPECT_EQ(settings_.damaged_percent, 0);
@@ -101,10 +101,10 @@ TEST_F(DeviceSettingsTest, ReadsEveryKey) {
   EXPECT_EQ(settings_.firmware, "4.3.3912.0");
   EXPECT_EQ(settings_.color_format, Frame::RGBX);
   EXPECT_EQ(settings_.pace, 12);
-  EXPECT_EQ(settings_.after, AfterLastSet::stall);
+  EXPECT_EQ(settings_.after, AfterLastSet::kStall);
   EXPECT_FALSE(settings_.opens);
   EXPECT_FALSE(settings_.starts);
-  EXPECT_EQ(settings_.stop, StopOutcome::fail);
+  EXPECT_EQ(settings_.stop, StopOutcome::kFail);
   EXPECT_FALSE(settings_.closes);
   EXPECT_EQ(settings_.lost_percent, 5);
   EXPECT_EQ(settings_.damaged_percent, 100);
@@ -113,16 +113,16 @@ TEST_F(DeviceSettingsTest, ReadsEveryKey) {
 
 TEST_F(DeviceSettingsTest, KnowsEveryWord) {
   const std::vector<std::pair<std::string, AfterLastSet>> after = {
-      {"loop", AfterLastSet::loop},
-      {"stall", AfterLastSet::stall},
-      {"pause", AfterLastSet::pause},
-      {"unplug", AfterLastSet::unplug}};
+      {"loop", AfterLastSet::kLoop},
+      {"stall", AfterLastSet::kStall},
+      {"pause", AfterLastSet::kPause},
+      {"unplug", AfterLastSet::kUnplug}};
   for (const auto& [word, meaning] : after) {
     ASSERT_TRUE(read_entries("after: " + word + "\n")) << complaint_;
     EXPECT_EQ(settings_.after, meaning);
   }
   const std::vector<std::pair<std::string, StopOutcome>> stop = {
-      {"ok", StopOutcome::ok}, {"fail", StopOutcome::fail}, {"late", StopOutcome::late}};
+      {"ok", StopOutcome::kOk}, {"fail", StopOutcome::kFail}, {"late", StopOutcome::kLate}};
   for (const auto& [word, meaning] : stop) {
     ASSERT_TRUE(read_entries("stop: " + word + "\n")) << complaint_;
     EXPECT_EQ(settings_.stop, meaning);
@@ -156,7 +156,7 @@ TEST_F(DeviceSettingsTest, EachKeyIsOptional) {
 
 TEST_F(DeviceSettingsTest, WordsMayBeQuoted) {
   ASSERT_TRUE(read_entries("after: \"stall\"\nopen: 'fail'\n")) << complaint_;
-  EXPECT_EQ(settings_.after, AfterLastSet::stall);
+  EXPECT_EQ(settings_.after, AfterLastSet::kStall);
   EXPECT_FALSE(settings_.opens);
 }
 

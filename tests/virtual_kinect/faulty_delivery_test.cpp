@@ -172,9 +172,7 @@ TEST_P(FaultyDelivery, IsOverAfterTheLastSet) {
   while (*next_sequences(listener_).rbegin() < 1) {
   }
   const auto limit = std::chrono::steady_clock::now() + patience;
-  while (!delivery.is_over() && std::chrono::steady_clock::now() < limit) {
-    std::this_thread::yield();
-  }
+  while (!delivery.is_over() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
   EXPECT_TRUE(delivery.is_over());
 }
 

@@ -178,9 +178,7 @@ TEST_F(Freenect2Test, PlaysTheRecordingInLockstep) {
   for (std::uint32_t set = 0; set < 200; ++set) {
     ASSERT_TRUE(take_set(listener_, frames_));
     ASSERT_EQ(frames_.size(), 3U);
-    for (const auto& [type, frame] : frames_) {
-      ASSERT_EQ(frame->sequence, set);
-    }
+    for (const auto& [type, frame] : frames_) ASSERT_EQ(frame->sequence, set);
     ASSERT_EQ(frames_.at(Frame::Color)->data[0], set % 3);
     const auto* const depth = reinterpret_cast<const float*>(frames_.at(Frame::Depth)->data);
     ASSERT_EQ(depth[9], 2000.0F + static_cast<float>(set % 3));
@@ -254,9 +252,7 @@ TEST_F(Freenect2Test, ARecordingMayVanishWhileItPlays) {
     listener_.release(frames_);
     ASSERT_TRUE(take_set(listener_, frames_));
     // The first file had been read, the second may have been, the third cannot have been.
-    if (set % 3 != 1) {
-      EXPECT_EQ(frames_.at(Frame::Color)->data != nullptr, set % 3 == 0);
-    }
+    if (set % 3 != 1) EXPECT_EQ(frames_.at(Frame::Color)->data != nullptr, set % 3 == 0);
   }
   listener_.release(frames_);
   device->close();

@@ -21,16 +21,14 @@ Posture walking(float stride) {
 std::vector<Vec3> ankles(const PersonModel& model, const Posture& posture) {
   std::vector<Vec3> result;
   for (const PlacedPart& part : placed_parts(model, posture)) {
-    if (part.surface == &model.body.shoe) {
-      result.push_back(part.pose.origin);
-    }
+    if (part.surface == &model.body.shoe) result.push_back(part.pose.origin);
   }
   return result;
 }
 
 class PersonModelTest : public testing::Test {
  protected:
-  static void SetUpTestSuite() { owner_ = new PersonModel(make_person(look_of(Person::owner))); }
+  static void SetUpTestSuite() { owner_ = new PersonModel(make_person(look_of(Person::kOwner))); }
   static void TearDownTestSuite() { delete owner_; }
 
   static PersonModel* owner_;

@@ -18,16 +18,14 @@ using libfreenect2::Frame;
 
 DeviceSettings stalling() {
   DeviceSettings settings;
-  settings.after = AfterLastSet::stall;
+  settings.after = AfterLastSet::kStall;
   return settings;
 }
 
 class RecordingTest : public testing::Test {
  protected:
   void make_files(const std::string& stream, const std::vector<std::string>& names) {
-    for (const std::string& name : names) {
-      write_text(folder_.path() / stream / name, "");
-    }
+    for (const std::string& name : names) write_text(folder_.path() / stream / name, "");
   }
 
   std::vector<std::string> names(Frame::Type stream) {

@@ -117,9 +117,7 @@ TEST_F(RoomGeometryTest, MeasuresHeadsWhereTheStoryPutsThem) {
     for (const Presence& presence : moment_at(set).people) {
       const Vec3 head = head_position(look_of(presence.person).body, presence.posture);
       const cv::Point pixel = place(kDepthCamera, head);
-      if (!is_inside(measured, pixel)) {
-        continue;
-      }
+      if (!is_inside(measured, pixel)) continue;
       const float found = measured.at<float>(pixel);
       EXPECT_GT(found, head.z - kHeadRadius - kNoise) << "set " << set;
       EXPECT_LT(found, head.z) << "set " << set;

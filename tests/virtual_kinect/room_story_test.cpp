@@ -54,9 +54,7 @@ class RoomStoryTest : public testing::Test {
   static std::set<std::string> all(const std::function<std::string(const FaceInfo&)>& word) {
     std::set<std::string> words;
     for (const StoryTurn& turn : *turns_) {
-      for (const SeenFace& seen : turn.faces) {
-        words.insert(word(seen.face));
-      }
+      for (const SeenFace& seen : turn.faces) words.insert(word(seen.face));
     }
     return words;
   }
@@ -97,10 +95,8 @@ TEST_F(RoomStoryTest, ConfirmsTheOwnerWhileHeIsAlone) {
 
 TEST_F(RoomStoryTest, ConfirmsTheOwnerFromTheFrontAndFromBothSides) {
   std::map<std::string, int> confirmed;
-  for (const SeenFace& seen : faces_of(Person::owner)) {
-    if (is_confirmed(seen)) {
-      ++confirmed[seen.face.detector_type];
-    }
+  for (const SeenFace& seen : faces_of(Person::kOwner)) {
+    if (is_confirmed(seen)) ++confirmed[seen.face.detector_type];
   }
   EXPECT_GT(confirmed["frontal"], 0);
   EXPECT_GT(confirmed["profile_left"], 0);
@@ -116,7 +112,7 @@ TEST_F(RoomStoryTest, ConfirmsTheOwnerAmongOthers) {
 
 TEST_F(RoomStoryTest, NeverTakesSomebodyElseForTheOwner) {
   const double candidate = Options().candidate_threshold;
-  for (const Person person : {Person::visitor, Person::guest}) {
+  for (const Person person : {Person::kVisitor, Person::kGuest}) {
     std::size_t accepted = 0;
     for (const SeenFace& seen : faces_of(person)) {
       EXPECT_EQ(seen.face.label, "Unknown");
@@ -131,7 +127,7 @@ TEST_F(RoomStoryTest, NeverTakesSomebodyElseForTheOwner) {
 
 // A picture that the recogniser was trained with would be at distance 0.
 TEST_F(RoomStoryTest, ShowsTheOwnerAsNoSampleDoes) {
-  for (const SeenFace& seen : faces_of(Person::owner)) {
+  for (const SeenFace& seen : faces_of(Person::kOwner)) {
     if (seen.face.quality == "accepted") {
       EXPECT_GT(seen.face.confidence, 20.0) << "box at " << seen.face.box;
     }
@@ -192,9 +188,7 @@ TEST_F(RoomStoryTest, HardlyEverShowsAFaceWhereNobodyIs) {
 TEST_F(RoomStoryTest, DoesNotPassOnePersonForTwo) {
   double since = 0.0;
   for (const StoryTurn& turn : *turns_) {
-    if (turn.heads_in_view > 1 || turn.faces.size() < 2) {
-      since = turn.time;
-    }
+    if (turn.heads_in_view > 1 || turn.faces.size() < 2) since = turn.time;
     EXPECT_LT(turn.time - since, kDwellSeconds) << turn.time;
   }
 }

@@ -172,9 +172,7 @@ TEST_F(ListenerTest, WaitingEndsWhenTheSetIsComplete) {
 TEST_F(ListenerTest, FramesOfEachTypeComeInOrderFromAnotherThread) {
   constexpr std::uint32_t last = 2000;
   std::thread driver([this] {
-    for (std::uint32_t number = 1; number <= last; ++number) {
-      deliver_set(number);
-    }
+    for (std::uint32_t number = 1; number <= last; ++number) deliver_set(number);
   });
   std::uint32_t color = 0;
   std::uint32_t depth = 0;

@@ -15,9 +15,7 @@ inline bool take_set(libfreenect2::SyncMultiFrameListener& listener,
                      libfreenect2::FrameMap& frames) {
   const auto limit = std::chrono::steady_clock::now() + patience;
   while (!listener.hasNewFrame()) {
-    if (std::chrono::steady_clock::now() > limit) {
-      return false;
-    }
+    if (std::chrono::steady_clock::now() > limit) return false;
     std::this_thread::yield();
   }
   listener.waitForNewFrame(frames);

@@ -227,7 +227,7 @@ TEST_F(VirtualDeviceTest, CloseStopsTheStreams) {
 }
 
 TEST_F(VirtualDeviceTest, MayFailToStopAndToClose) {
-  settings_.stop = StopOutcome::fail;
+  settings_.stop = StopOutcome::kFail;
   settings_.closes = false;
   const auto device = make_device();
   ASSERT_TRUE(device->start());
@@ -238,7 +238,7 @@ TEST_F(VirtualDeviceTest, MayFailToStopAndToClose) {
 }
 
 TEST_F(VirtualDeviceTest, LateSetArrivesWhileItStops) {
-  settings_.stop = StopOutcome::late;
+  settings_.stop = StopOutcome::kLate;
   const auto device = make_device();
   ASSERT_TRUE(device->start());
   ASSERT_TRUE(take_set(listener_, frames_));
@@ -249,7 +249,7 @@ TEST_F(VirtualDeviceTest, LateSetArrivesWhileItStops) {
 }
 
 TEST_F(VirtualDeviceTest, CannotBeStoppedOnceItIsUnplugged) {
-  settings_.after = AfterLastSet::unplug;
+  settings_.after = AfterLastSet::kUnplug;
   source_.set_count = 2;
   const auto device = make_device();
   ASSERT_TRUE(device->start());
@@ -263,7 +263,7 @@ TEST_F(VirtualDeviceTest, CannotBeStoppedOnceItIsUnplugged) {
 }
 
 TEST_F(VirtualDeviceTest, CanBeStoppedWhileItIsPluggedIn) {
-  settings_.after = AfterLastSet::unplug;
+  settings_.after = AfterLastSet::kUnplug;
   const auto device = make_device();
   ASSERT_TRUE(device->start());
   next_set();

@@ -60,11 +60,11 @@ Surface make_neck(const HeadLook& head) {
 // Where the neckline lies: its lowest height at a place beside the middle.
 float neckline(Clothing clothing, float side) {
   switch (clothing) {
-    case Clothing::shirt:
+    case Clothing::kShirt:
       return -1395.0F - 1.7F * side;
-    case Clothing::sweater:
+    case Clothing::kSweater:
       return -1404.0F - 0.0075F * side * side;
-    case Clothing::jacket:
+    case Clothing::kJacket:
       break;
   }
   return -1180.0F - 3.0F * side;
@@ -74,19 +74,17 @@ Reflectance upper_cloth(const BodyLook& look, const HeadLook& head, const Vec3& 
   const float side = std::fabs(p.x);
   const float line = neckline(look.clothing, side);
   Reflectance r = cloth(look.top, look.top_infrared, p, head.seed + 20);
-  if (look.clothing == Clothing::sweater) {
+  if (look.clothing == Clothing::kSweater) {
     r.color = r.color * (1.0F + 0.03F * std::sin(p.x * 0.30F));  // knitted in ribs
   }
-  if (!front) {
-    return r;
-  }
-  if (look.clothing == Clothing::jacket && p.y < line) {
+  if (!front) return r;
+  if (look.clothing == Clothing::kJacket && p.y < line) {
     r = cloth(look.accent, 0.7F, p, head.seed + 21);
     const float button = std::hypot(p.x, std::fmod(p.y + 2000.0F, 95.0F) - 47.0F);
     r.color = r.color * (button < 6.0F ? 0.8F : 1.0F) * (side < 2.5F ? 0.86F : 1.0F);
-  } else if (look.clothing == Clothing::jacket && p.y < line + 60.0F) {
+  } else if (look.clothing == Clothing::kJacket && p.y < line + 60.0F) {
     r.color = r.color * (p.y > line + 52.0F || p.y < line + 6.0F ? 0.62F : 1.12F);  // lapel
-  } else if (look.clothing == Clothing::shirt) {
+  } else if (look.clothing == Clothing::kShirt) {
     const float button = std::hypot(p.x, std::fmod(p.y + 2000.0F, 92.0F) - 46.0F);
     r.color =
         button < 6.0F ? look.accent : r.color * (std::fabs(side - 17.0F) < 2.0F ? 0.82F : 1.0F);
@@ -96,7 +94,7 @@ Reflectance upper_cloth(const BodyLook& look, const HeadLook& head, const Vec3& 
     } else if (collar < 42.0F) {
       r.color = look.top * (collar > 37.0F || collar < 4.0F ? 0.72F : 1.14F);
     }
-  } else if (look.clothing == Clothing::sweater) {
+  } else if (look.clothing == Clothing::kSweater) {
     const float edge = p.y - line;
     if (edge < -26.0F) {
       r = {head.skin * 0.97F, kSkinInfrared};

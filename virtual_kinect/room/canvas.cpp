@@ -177,9 +177,7 @@ void draw(const ColorCanvas& canvas, const Surface& surface, const Pose& pose,
   fill_grid(surface, stride, corners, cv::Rect({}, color.size()),
             [&](int column, int row, const std::array<float, 8>& values) {
               float& nearest_yet = nearest.ptr<float>(row)[column];
-              if (values[nearness] <= nearest_yet) {
-                return;
-              }
+              if (values[nearness] <= nearest_yet) return;
               nearest_yet = values[nearness];
               const Texel texel = sample(texture, values[texture_x], values[texture_y]);
               uchar* pixel = color.ptr(row, column);

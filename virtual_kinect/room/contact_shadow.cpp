@@ -42,14 +42,10 @@ void add_contact_shadow(cv::Mat& picture, const cv::Mat& nearness, const Posture
       const Vec3 ray =
           camera.ray(static_cast<float>(column) + 0.5F, static_cast<float>(row) + 0.5F);
       const Vec3 p = ray * (1.0F / nearness.ptr<float>(row)[column]);
-      if (p.y < kFloorHeight - kFloorMargin) {
-        continue;
-      }
+      if (p.y < kFloorHeight - kFloorMargin) continue;
       const int share = static_cast<int>(256.0F * shade(p.x, p.z, posture));
       uchar* pixel = picture.ptr(row, column);
-      for (int i = 0; i < 3; ++i) {
-        pixel[i] = static_cast<uchar>(pixel[i] * share >> 8);
-      }
+      for (int i = 0; i < 3; ++i) pixel[i] = static_cast<uchar>(pixel[i] * share >> 8);
     }
   }
 }

@@ -34,7 +34,7 @@ float vignette(const DepthCanvas& canvas, int row, int column) {
 }
 
 // The deviations of the two measurements are drawn independently.
-enum Purpose : std::uint32_t { of_depth = 1, of_infrared = 2 };
+enum Purpose : std::uint32_t { kOfDepth = 1, kOfInfrared = 2 };
 
 // A picture of value(row, column, deviation) everywhere but in the outermost columns, which the
 // sensor leaves at 0.
@@ -55,12 +55,10 @@ cv::Mat measure(const cv::Size& size, const SensorNoise& noise, std::uint64_t se
 }  // namespace
 
 cv::Mat measure_depth(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set) {
-  return measure(canvas.nearness.size(), noise, set, of_depth,
+  return measure(canvas.nearness.size(), noise, set, kOfDepth,
                  [&](int row, int column, float deviation) {
                    const float echo = canvas.echo.ptr<float>(row)[column];
-                   if (echo < kLeastEcho || is_outline(canvas.nearness, row, column)) {
-                     return 0.0F;
-                   }
+                   if (echo < kLeastEcho || is_outline(canvas.nearness, row, column)) return 0.0F;
                    const float depth = 1.0F / canvas.nearness.ptr<float>(row)[column];
                    const float metres = depth * 0.001F;
                    const float value = depth + deviation * (0.8F + 0.9F * metres * metres);
@@ -69,7 +67,7 @@ cv::Mat measure_depth(const DepthCanvas& canvas, const SensorNoise& noise, std::
 }
 
 cv::Mat measure_infrared(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set) {
-  return measure(canvas.nearness.size(), noise, set, of_infrared,
+  return measure(canvas.nearness.size(), noise, set, kOfInfrared,
                  [&](int row, int column, float deviation) {
                    const float nearness = canvas.nearness.ptr<float>(row)[column];
                    const float light = kBrightness * canvas.echo.ptr<float>(row)[column] *

@@ -34,9 +34,7 @@ float stroke(float distance, float width) {
 Reflectance FacePaint::at(const Vec3& p, float hair_cover) const {
   const float ragged = hair_cover + 2.5F * value_noise(p * 0.16F, look_.seed + 5);
   const float share = smoothstep(-1.5F, 2.0F, ragged);
-  if (share >= 1.0F) {
-    return hair(p);
-  }
+  if (share >= 1.0F) return hair(p);
   Reflectance r = skin(p);
   if (share > 0.0F) {
     const Reflectance strands = hair(p);
@@ -46,7 +44,7 @@ Reflectance FacePaint::at(const Vec3& p, float hair_cover) const {
 }
 
 Reflectance FacePaint::hair(const Vec3& p) const {
-  const bool wavy = look_.hair_cut == HairCut::long_wavy;
+  const bool wavy = look_.hair_cut == HairCut::kLongWavy;
   const float sway = wavy ? 9.0F * value_noise(p * 0.03F, look_.seed + 9) : 0.0F;
   const float around = std::atan2(p.x + sway, p.z - 15.0F) * 14.0F;
   const float strands = 0.65F * value_noise({around, p.y * 0.03F, 0.0F}, look_.seed + 6) +
@@ -81,9 +79,7 @@ Reflectance FacePaint::skin(const Vec3& p) const {
   }
   cover(r, multiply(look_.skin, {0.72F, 0.58F, 0.54F}), kSkinInfrared,
         spot({q.z, q.y, 0.0F}, 8.0F, 12.0F, 7.0F, 15.0F, 0.5F) * smoothstep(70, 78, m.x) * 0.7F);
-  if (look_.glasses) {
-    add_glasses(r, m);
-  }
+  if (look_.glasses) add_glasses(r, m);
   return r;
 }
 
@@ -99,9 +95,7 @@ void FacePaint::add_wrinkles(Reflectance& r, const Vec3& q) const {
 }
 
 void FacePaint::add_beard(Reflectance& r, const Vec3& q) const {
-  if (look_.beard <= 0.0F) {
-    return;
-  }
+  if (look_.beard <= 0.0F) return;
   const float side = std::fabs(q.x);
   const float edge =
       46.0F - 0.55F * std::fmax(0.0F, side - 24.0F) + 4.0F * value_noise(q * 0.1F, look_.seed + 8);
@@ -120,9 +114,7 @@ void FacePaint::add_beard(Reflectance& r, const Vec3& q) const {
 void FacePaint::add_lips(Reflectance& r, const Vec3& q) const {
   const float half = 25.0F * look_.mouth_width;
   const float t = q.x / half;
-  if (t >= 1.15F || q.y < 45.0F || q.y > 85.0F) {
-    return;
-  }
+  if (t >= 1.15F || q.y < 45.0F || q.y > 85.0F) return;
   const float taper = std::sqrt(std::fmax(0.0F, 1.0F - t * t));
   const float seam = 64.5F - 1.5F * t * t;
   const float bow = 1.6F * std::exp(-t * t * 30.0F);
@@ -146,9 +138,7 @@ void FacePaint::add_nostrils(Reflectance& r, const Vec3& q) const {
 
 void FacePaint::add_brow(Reflectance& r, const Vec3& q) const {
   const float t = (q.x - 10.0F) / 43.0F;
-  if (t <= 0.0F || t >= 1.0F) {
-    return;
-  }
+  if (t <= 0.0F || t >= 1.0F) return;
   const float middle =
       -15.0F - look_.brow_height - 6.5F * std::sin(kPi * std::pow(t, 0.8F) * 0.86F);
   const float half = 4.4F * look_.brow_weight * smoothstep(0.0F, 0.12F, t) * (1.05F - 0.75F * t);

@@ -54,17 +54,17 @@ void HeadShape::add_flesh(const HeadLook& look) {
 
 void HeadShape::add_hair(const HeadLook& look) {
   switch (look.hair_cut) {
-    case HairCut::short_sides:
+    case HairCut::kShortSides:
       hair_ = {{{0, -48, 18}, {80, 85, 99}, 1}, {{0, -92, -40}, {50, 26, 42}, 24}};
       break;
-    case HairCut::long_wavy:
+    case HairCut::kLongWavy:
       hair_ = {{{0, -50, 22}, {88, 88, 102}, 1},
                {{64, 20, 34}, {32, 90, 62}, 30},
                {{66, 60, 10}, {22, 60, 40}, 20},
                {{40, -79, -53}, {41, 34, 31}, 24},
                {{0, 60, 66}, {70, 90, 52}, 30}};
       break;
-    case HairCut::bald:
+    case HairCut::kBald:
       hair_ = {{{66, 6, 44}, {16, 34, 40}, 1}};
       break;
   }
@@ -80,23 +80,15 @@ float HeadShape::distance(const Ellipsoid& ellipsoid, const Vec3& p) {
 
 float HeadShape::skin_distance(const Vec3& p) const {
   float d = kNoSurface;
-  for (const Ellipsoid& part : flesh_) {
-    d = smooth_min(d, distance(part, p), part.blend);
-  }
-  for (const Ellipsoid& hollow : hollows_) {
-    d = -smooth_min(-d, distance(hollow, p), hollow.blend);
-  }
-  for (const Ellipsoid& part : details_) {
-    d = smooth_min(d, distance(part, p), part.blend);
-  }
+  for (const Ellipsoid& part : flesh_) d = smooth_min(d, distance(part, p), part.blend);
+  for (const Ellipsoid& hollow : hollows_) d = -smooth_min(-d, distance(hollow, p), hollow.blend);
+  for (const Ellipsoid& part : details_) d = smooth_min(d, distance(part, p), part.blend);
   return d;
 }
 
 float HeadShape::hair_distance(const Vec3& p) const {
   float d = kNoSurface;
-  for (const Ellipsoid& lock : hair_) {
-    d = smooth_min(d, distance(lock, p), lock.blend);
-  }
+  for (const Ellipsoid& lock : hair_) d = smooth_min(d, distance(lock, p), lock.blend);
   return d;
 }
 
@@ -115,9 +107,7 @@ Vec3 HeadShape::surface_point(const Vec3& direction) const {
   float radius = 190.0F;
   for (int step = 0; step < 24; ++step) {
     const float d = distance(direction * radius);
-    if (std::fabs(d) < 0.05F) {
-      break;
-    }
+    if (std::fabs(d) < 0.05F) break;
     radius = std::max(radius - 0.9F * d, 10.0F);
   }
   return direction * radius;

@@ -16,7 +16,7 @@ PersonLook owner_look() {
   look.head.iris = {0.30F, 0.38F, 0.42F};
   look.head.seed = 11;
   look.body.shoulders = 1.04F;
-  look.body.clothing = Clothing::shirt;
+  look.body.clothing = Clothing::kShirt;
   look.body.top = {0.30F, 0.45F, 0.66F};
   look.body.accent = {0.88F, 0.90F, 0.92F};
   look.body.trousers = {0.24F, 0.25F, 0.30F};
@@ -38,7 +38,7 @@ PersonLook visitor_look() {
   look.head.brow_weight = 0.75F;
   look.head.brow_height = 4.0F;
   look.head.freckles = 1.0F;
-  look.head.hair_cut = HairCut::long_wavy;
+  look.head.hair_cut = HairCut::kLongWavy;
   look.head.skin = {0.93F, 0.76F, 0.67F};
   look.head.hair = {0.50F, 0.24F, 0.13F};
   look.head.brows = {0.42F, 0.23F, 0.15F};
@@ -48,7 +48,7 @@ PersonLook visitor_look() {
   look.body.height = 0.95F;
   look.body.shoulders = 0.86F;
   look.body.girth = 0.88F;
-  look.body.clothing = Clothing::sweater;
+  look.body.clothing = Clothing::kSweater;
   look.body.top = {0.36F, 0.52F, 0.42F};
   look.body.accent = {0.46F, 0.61F, 0.50F};
   look.body.trousers = {0.30F, 0.36F, 0.48F};
@@ -71,7 +71,7 @@ PersonLook guest_look() {
   look.head.wrinkles = 1.35F;
   look.head.brow_weight = 1.3F;
   look.head.glasses = true;
-  look.head.hair_cut = HairCut::bald;
+  look.head.hair_cut = HairCut::kBald;
   look.head.skin = {0.72F, 0.53F, 0.42F};
   look.head.hair = {0.58F, 0.55F, 0.52F};
   look.head.brows = {0.26F, 0.23F, 0.21F};
@@ -81,7 +81,7 @@ PersonLook guest_look() {
   look.body.height = 1.02F;
   look.body.shoulders = 1.08F;
   look.body.girth = 1.16F;
-  look.body.clothing = Clothing::jacket;
+  look.body.clothing = Clothing::kJacket;
   look.body.top = {0.36F, 0.34F, 0.36F};
   look.body.accent = {0.46F, 0.30F, 0.31F};
   look.body.trousers = {0.35F, 0.32F, 0.28F};

@@ -8,7 +8,7 @@
 
 namespace halcyra::virtual_kinect::room {
 
-enum class HairCut { short_sides, long_wavy, bald };
+enum class HairCut { kShortSides, kLongWavy, kBald };
 
 struct HeadLook {
   // Stretches of the average head; 1 each.
@@ -29,7 +29,7 @@ struct HeadLook {
   float freckles = 0.0F;
   float wrinkles = 0.0F;
   bool glasses = false;
-  HairCut hair_cut = HairCut::short_sides;
+  HairCut hair_cut = HairCut::kShortSides;
   // Displayed colours, red, green, blue.
   Vec3 skin{0.86F, 0.68F, 0.57F};
   Vec3 hair{0.20F, 0.14F, 0.10F};
@@ -39,13 +39,13 @@ struct HeadLook {
   std::uint32_t seed = 1;  // of skin and hair patterns
 };
 
-enum class Clothing { shirt, sweater, jacket };
+enum class Clothing { kShirt, kSweater, kJacket };
 
 struct BodyLook {
   float height = 1.0F;     // stretch of an average body of 1.75 m
   float shoulders = 1.0F;  // and of its widths
   float girth = 1.0F;
-  Clothing clothing = Clothing::shirt;
+  Clothing clothing = Clothing::kShirt;
   Vec3 top{0.25F, 0.35F, 0.50F};
   Vec3 accent{0.90F, 0.90F, 0.88F};
   Vec3 trousers{0.20F, 0.22F, 0.27F};
@@ -58,8 +58,8 @@ struct PersonLook {
   BodyLook body;
 };
 
-enum class Person { owner, visitor, guest };
-constexpr std::array<Person, 3> kAllPeople = {Person::owner, Person::visitor, Person::guest};
+enum class Person { kOwner, kVisitor, kGuest };
+constexpr std::array<Person, 3> kAllPeople = {Person::kOwner, Person::kVisitor, Person::kGuest};
 
 const PersonLook& look_of(Person person);
 

@@ -27,18 +27,14 @@ template <typename Plot>
 void fill_triangle(const Corner& a, const Corner& b, const Corner& c, const cv::Rect& bounds,
                    const Plot& plot) {
   const float area = doubled_area(a, b, c);
-  if (area <= 0.0F) {
-    return;
-  }
+  if (area <= 0.0F) return;
   const auto first = [](float edge) { return static_cast<int>(std::ceil(edge - 0.5F)); };
   const auto last = [](float edge) { return static_cast<int>(std::floor(edge - 0.5F)); };
   const int left = std::max(bounds.x, first(std::min({a.x, b.x, c.x})));
   const int right = std::min(bounds.br().x - 1, last(std::max({a.x, b.x, c.x})));
   const int top = std::max(bounds.y, first(std::min({a.y, b.y, c.y})));
   const int bottom = std::min(bounds.br().y - 1, last(std::max({a.y, b.y, c.y})));
-  if (left > right || top > bottom) {
-    return;
-  }
+  if (left > right || top > bottom) return;
   // Weights of the corners b and c at a pixel's centre, and how they change along a row.
   const float inverse_area = 1.0F / area;
   const float weight_step_b = (c.y - a.y) * inverse_area;
@@ -75,9 +71,7 @@ void fill_triangle(const Corner& a, const Corner& b, const Corner& c, const cv::
       weight_b += weight_step_b;
       weight_c += weight_step_c;
       ++column;
-      for (std::size_t i = 0; i < values.size(); ++i) {
-        values[i] += step[i];
-      }
+      for (std::size_t i = 0; i < values.size(); ++i) values[i] += step[i];
     }
   }
 }

@@ -19,9 +19,7 @@ constexpr float kClothWrap = 0.35F;
 
 std::map<Person, PersonModel> make_people() {
   std::map<Person, PersonModel> people;
-  for (const Person person : kAllPeople) {
-    people.emplace(person, make_person(look_of(person)));
-  }
+  for (const Person person : kAllPeople) people.emplace(person, make_person(look_of(person)));
   return people;
 }
 
@@ -69,9 +67,7 @@ void Renderer::draw_person(const ColorCanvas& canvas, const Presence& presence,
       area |= covered;
     }
   }
-  if (!area.empty()) {
-    soften(canvas, backdrop_.color_nearness, area);
-  }
+  if (!area.empty()) soften(canvas, backdrop_.color_nearness, area);
 }
 
 cv::Mat Renderer::render_color(const Moment& moment, std::uint64_t set) const {
@@ -81,13 +77,9 @@ cv::Mat Renderer::render_color(const Moment& moment, std::uint64_t set) const {
   }
   if (!moment.people.empty()) {
     const ColorCanvas canvas{kColorCamera, picture, backdrop_.color_nearness.clone()};
-    for (const Presence& presence : moment.people) {
-      draw_person(canvas, presence, moment.light);
-    }
+    for (const Presence& presence : moment.people) draw_person(canvas, presence, moment.light);
   }
-  if (moment.defocus > 0.3F) {
-    defocus(picture, moment.defocus);
-  }
+  if (moment.defocus > 0.3F) defocus(picture, moment.defocus);
   noise_.add_to_color(picture, set);
   return picture;
 }

@@ -121,9 +121,7 @@ void add_curtain(std::vector<PaintedSurface>& shell, float left, float right) {
     const float wave = 24.0F * std::sin(u * 40.0F + 1.5F * std::sin(u * 9.0F)) * (0.6F + 0.4F * v);
     return Vec3{mix(left, right, u), mix(-1090.0F, 1180.0F, v), kDepth - 90.0F + wave};
   });
-  for (std::size_t i = 0; i < curtain.points.size(); ++i) {
-    curtain.openness[i] = 1.0F;
-  }
+  for (std::size_t i = 0; i < curtain.points.size(); ++i) curtain.openness[i] = 1.0F;
   curtain.daylight_glow = 0.08F;
   shell.push_back({std::move(curtain), {256, 64}, [](float, float, const Vec3& p) {
                      const float weave = 0.03F * value_noise(p * 0.08F, 70);

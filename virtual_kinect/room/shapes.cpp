@@ -59,18 +59,10 @@ std::vector<Surface> make_box(const Vec3& least, const Vec3& most, float grid_st
   const Vec3 high{0.0F, size.y, 0.0F};
   const Vec3 deep{0.0F, 0.0F, size.z};
   std::vector<Surface> faces = {make_sheet(least, wide, high, grid_step)};
-  if (least.y > 0.0F) {
-    faces.push_back(make_sheet(least + deep, wide, deep * -1.0F, grid_step));
-  }
-  if (most.y < 0.0F) {
-    faces.push_back(make_sheet(least + high, wide, deep, grid_step));
-  }
-  if (least.x > 0.0F) {
-    faces.push_back(make_sheet(least + deep, deep * -1.0F, high, grid_step));
-  }
-  if (most.x < 0.0F) {
-    faces.push_back(make_sheet(least + wide, deep, high, grid_step));
-  }
+  if (least.y > 0.0F) faces.push_back(make_sheet(least + deep, wide, deep * -1.0F, grid_step));
+  if (most.y < 0.0F) faces.push_back(make_sheet(least + high, wide, deep, grid_step));
+  if (least.x > 0.0F) faces.push_back(make_sheet(least + deep, deep * -1.0F, high, grid_step));
+  if (most.x < 0.0F) faces.push_back(make_sheet(least + wide, deep, high, grid_step));
   return faces;
 }
 

@@ -31,7 +31,7 @@ struct LightKey {
 };
 
 Visit owner_stays() {
-  return {Person::owner,
+  return {Person::kOwner,
           {{2.5F, -2300, 1700, 80, 62, 4},  // walks in from the left
            {4.8F, -170, 1600, 70, 58, 2},
            {5.6F, -80, 1560, 10, 4, 0},
@@ -49,7 +49,7 @@ Visit owner_stays() {
 }
 
 Visit guest_looks_in() {
-  return {Person::guest,
+  return {Person::kGuest,
           {{14.2F, 2600, 1950, -80, -60, 3},
            {16.4F, 820, 1950, -70, -52, 2},
            {17.6F, 640, 1780, -10, -6, 0},
@@ -67,7 +67,7 @@ Visit guest_looks_in() {
 }
 
 Visit visitor_stays() {
-  return {Person::visitor,
+  return {Person::kVisitor,
           {{32.0F, -2300, 1750, 80, 60, 4},
            {34.2F, -120, 1560, 65, 50, 2},
            {34.9F, -40, 1520, 5, 3, 0},
@@ -85,7 +85,7 @@ Visit visitor_stays() {
 }
 
 Visit owner_returns() {
-  return {Person::owner,
+  return {Person::kOwner,
           {{46.6F, -2200, 1600, 80, 60, 4},
            {48.6F, -260, 1540, 70, 52, 2},
            {49.3F, -170, 1520, 10, 5, 0},
@@ -96,7 +96,7 @@ Visit owner_returns() {
 }
 
 Visit guest_returns() {
-  return {Person::guest,
+  return {Person::kGuest,
           {{50.0F, 3700, 2900, -85, -60, 0},
            {52.4F, 470, 2850, -70, -50, 0},
            {53.0F, 450, 2850, 0, 0, 0},
@@ -132,9 +132,7 @@ float distance(const PersonKey& a, const PersonKey& b) { return std::hypot(b.x -
 template <typename Key>
 std::size_t key_before(const std::vector<Key>& keys, float time) {
   std::size_t at = 0;
-  while (at + 2 < keys.size() && keys[at + 1].time <= time) {
-    ++at;
-  }
+  while (at + 2 < keys.size() && keys[at + 1].time <= time) ++at;
   return at;
 }
 
@@ -153,9 +151,7 @@ Posture posture_at(const Visit& visit, float time) {
   const float t = clamp01((time - from.time) / (to.time - from.time));
   const float eased = smoothstep(0.0F, 1.0F, t);
   float walked = 0.0F;
-  for (std::size_t i = 0; i < at; ++i) {
-    walked += distance(visit.keys[i], visit.keys[i + 1]);
-  }
+  for (std::size_t i = 0; i < at; ++i) walked += distance(visit.keys[i], visit.keys[i + 1]);
   const float leg = distance(from, to);
   Posture posture;
   posture.x = mix(from.x, to.x, eased);
