@@ -252,7 +252,9 @@ TEST_F(Freenect2Test, ARecordingMayVanishWhileItPlays) {
     listener_.release(frames_);
     ASSERT_TRUE(take_set(listener_, frames_));
     // The first file had been read, the second may have been, the third cannot have been.
-    if (set % 3 != 1) EXPECT_EQ(frames_.at(Frame::Color)->data != nullptr, set % 3 == 0);
+    if (set % 3 != 1) {
+      EXPECT_EQ(frames_.at(Frame::Color)->data != nullptr, set % 3 == 0);
+    }
   }
   listener_.release(frames_);
   device->close();
