@@ -13,7 +13,7 @@
 #include "app/run_state/options.hpp"
 #include "face_pipeline/detection_merge.hpp"
 #include "tests/face_pipeline/detection_comparison.hpp"
-#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/photograph.hpp"
 #include "tests/support/same_pixels.hpp"
 
 namespace halcyra {

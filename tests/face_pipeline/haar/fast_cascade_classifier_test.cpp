@@ -17,7 +17,7 @@
 #include "tests/face_pipeline/haar/classifier_comparison.hpp"
 #include "tests/face_pipeline/haar/made_cascade.hpp"
 #include "tests/face_pipeline/haar/sample_pictures.hpp"
-#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/photograph.hpp"
 #include "tests/support/temporary_folder.hpp"
 
 namespace halcyra {

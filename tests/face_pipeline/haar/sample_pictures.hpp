@@ -7,7 +7,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/photograph.hpp"
 
 namespace halcyra {
 
