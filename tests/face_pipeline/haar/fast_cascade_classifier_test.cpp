@@ -20,7 +20,7 @@
 #include "tests/support/photograph.hpp"
 #include "tests/support/temporary_folder.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 using Boxes = std::vector<cv::Rect>;
@@ -380,4 +380,4 @@ TEST(LoadFastCascade, AnswersToBrokenFilesAsOpenCvDoes) {
 }
 
 }  // namespace
-}  // namespace halcyra
+}  // namespace halcyra::haar
