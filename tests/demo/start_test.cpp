@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/child_process.hpp"
-#include "tests/e2e/text_file.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {
