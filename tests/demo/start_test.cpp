@@ -31,6 +31,7 @@ class Start : public ::testing::Test {
     for (const char* folder : {"build/demonstration", "usb/1-1", "here", "person"}) {
       fs::create_directories(folder_.path() / folder);
     }
+    write_text(folder_.path() / "build/demonstration/.halcyra-demonstration", "");
     write_program("build/halcyra-control-center");
     write_program("build/demonstration/halcyra-control-center");
     choose_driver("virtual");
