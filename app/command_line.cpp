@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "app/run_state/views.hpp"
+#include "app/run_state/window_limits.hpp"
 
 namespace halcyra {
 namespace {
@@ -43,12 +44,12 @@ bool set_screen_percent(Options& options, const std::string& value) {
 
 bool set_width(Options& options, const std::string& value) {
   options.width = std::stoi(value);
-  return within(options.width, 800, 7680);
+  return within(options.width, kLeastWidth, kMostWidth);
 }
 
 bool set_height(Options& options, const std::string& value) {
   options.height = std::stoi(value);
-  return within(options.height, 480, 4320);
+  return within(options.height, kLeastHeight, kMostHeight);
 }
 
 bool set_font_scale(Options& options, const std::string& value) {

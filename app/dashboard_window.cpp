@@ -5,13 +5,12 @@
 
 #include <opencv2/highgui.hpp>
 
+#include "app/run_state/window_limits.hpp"
+
 namespace halcyra {
 namespace {
 
 const std::string kTitle = "Halcyra Control Center";
-
-constexpr int kLeastWidth = 800;
-constexpr int kLeastHeight = 480;
 
 }  // namespace
 

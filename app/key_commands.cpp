@@ -65,7 +65,7 @@ void refresh_services(RuntimeStatus& status) {
 }
 
 void drive_voice_service(const std::string& verb, const std::string& event, RuntimeStatus& status) {
-  run_action("./install/sonmerectl " + verb);
+  run_action(kVoiceControlScript + (" " + verb));
   refresh_voice(status);
   add_event(status, event);
 }

@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/run_state/window_limits.hpp"
+
 namespace halcyra {
 namespace {
-
-constexpr std::int32_t kLeastWidth = 800;
-constexpr std::int32_t kLeastHeight = 480;
-constexpr std::int32_t kMostWidth = 7680;
-constexpr std::int32_t kMostHeight = 4320;
 
 std::int32_t rounded(double value) { return static_cast<std::int32_t>(std::round(value)); }
 

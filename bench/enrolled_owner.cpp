@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 class Scratch {
  public:
   Scratch() : path_(fs::temp_directory_path() / ("halcyra-bench-" + std::to_string(getpid()))) {
-    virtual_kinect::room::write_owner_samples(path_ / "owner");
+    write_owner_samples(path_ / "owner");
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path_ / "owner")) {
       if (entry.is_regular_file()) pictures_.push_back(entry.path());
     }

@@ -1,5 +1,4 @@
-// Remembers the OpenCV calls that the dashboard makes, so that they can be made again bare. The
-// linker sends those calls through here (--wrap); while nothing is being recorded they only pass.
+// Records the OpenCV calls that the dashboard makes, so that they can be made again without it.
 #pragma once
 
 #include <functional>
@@ -7,7 +6,8 @@
 
 namespace halcyra {
 
-// The calls that `drawing` makes, each ready to be repeated on the same pixels.
+// The calls of putText, rectangle, circle, resize and Mat::convertTo that `drawing` makes, each
+// ready to be repeated on the same pixels.
 std::vector<std::function<void()>> recorded_calls(const std::function<void()>& drawing);
 
 }  // namespace halcyra

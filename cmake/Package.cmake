@@ -5,7 +5,7 @@ set(CPACK_PACKAGE_CONTACT "The Halcyra developers <developers@halcyra.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "dashboard for a Kinect v2")
 set(CPACK_PACKAGE_DESCRIPTION
 "Shows the colour, infrared and depth pictures of a Kinect v2, finds faces in
-three poses, recognises one enrolled owner and tells who is in the room and
+three poses, recognises one enrolled owner and says who is in the room and
 where the last voice came from. Status cards, safety notes and an event log
 say at any moment what works and how far it can be trusted.
 .

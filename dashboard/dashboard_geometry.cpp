@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/run_state/window_limits.hpp"
+
 namespace halcyra {
 namespace {
 
@@ -10,20 +12,19 @@ int share(int length, double factor) { return static_cast<int>(length * factor);
 void place_preview(DashboardGeometry& g) {
   const int strip_height = std::clamp(share(g.main_height, 0.105), 42, 58);
   g.preview = cv::Rect(g.margin, g.main_top, g.preview_width, g.main_height);
-  g.image_area = cv::Rect(g.margin + 12, g.main_top + strip_height, g.preview_width - 24,
-                          g.main_height - strip_height - 12);
+  g.image_area = cv::Rect(g.margin + kPreviewPadding, g.main_top + strip_height,
+                          g.preview_width - 2 * kPreviewPadding,
+                          g.main_height - strip_height - kPreviewPadding);
 }
 
 }  // namespace
 
-int suggested_events_height(int canvas_height) {
-  return std::min(share(canvas_height, 0.205), canvas_height / 4);
-}
+int suggested_events_height(int canvas_height) { return share(canvas_height, 0.205); }
 
 DashboardGeometry dashboard_geometry(const Options& options) {
   DashboardGeometry g;
-  g.width = std::max(800, options.width);
-  g.height = std::max(480, options.height);
+  g.width = std::max(kLeastWidth, options.width);
+  g.height = std::max(kLeastHeight, options.height);
   g.margin = std::clamp(share(g.width, 0.015), 12, 28);
   g.gap = std::clamp(share(g.width, 0.012), 10, 24);
   g.header_height = std::clamp(share(g.height, 0.085), 48, 76);

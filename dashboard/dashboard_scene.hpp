@@ -1,4 +1,5 @@
-// Everything that one picture of the dashboard shows. Read-only; lives as long as the drawing call.
+// Everything that one picture of the dashboard shows. Holds references, so it must not outlive the
+// call that draws it.
 #pragma once
 
 #include <string>
@@ -13,7 +14,7 @@
 namespace halcyra {
 
 struct DashboardScene {
-  const cv::Mat& color;  // each picture is BGR and empty when there is none
+  const cv::Mat& color;  // 8-bit BGR like the two below; empty when there is no picture
   const cv::Mat& infrared;
   const cv::Mat& depth;
   const RuntimeStatus& status;

@@ -4,9 +4,9 @@
 #include "dashboard/card_grid.hpp"
 #include "dashboard/dashboard_geometry.hpp"
 #include "dashboard/dashboard_scene.hpp"
-#include "dashboard/event_panel.hpp"
 #include "dashboard/footer.hpp"
 #include "dashboard/header.hpp"
+#include "dashboard/palette.hpp"
 #include "dashboard/preview.hpp"
 #include "dashboard/side_panels.hpp"
 #include "dashboard/status_cards.hpp"
@@ -14,14 +14,12 @@
 namespace halcyra {
 namespace {
 
-const cv::Scalar kBackground(14, 18, 25);
-
-// Fetching fresh memory takes longer than painting it, so the last canvas is painted over where
-// nobody else still looks at it.
+// Allocating a canvas takes longer than painting it, so the old one is painted over when nobody
+// else holds it.
 void renew_canvas(cv::Mat& canvas, cv::Size size) {
   const bool free = canvas.u != nullptr && canvas.u->refcount == 1;
   if (!free || canvas.size() != size || canvas.type() != CV_8UC3) canvas = cv::Mat(size, CV_8UC3);
-  canvas.setTo(kBackground);
+  canvas.setTo(cv::Scalar(palette::kBackground));
 }
 
 }  // namespace

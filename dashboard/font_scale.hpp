@@ -3,7 +3,7 @@
 
 namespace halcyra {
 
-// Set by the main loop before anything is drawn; the drawing functions only read it.
+// Set by the program before each picture is drawn; the drawing functions only read it.
 extern double g_font_scale;
 
 }  // namespace halcyra

@@ -1,4 +1,4 @@
-// The safety line along the bottom.
+// The band across the bottom of the dashboard: the safety sentence.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -7,6 +7,7 @@
 
 namespace halcyra {
 
+// A narrow canvas gets a shorter sentence. What does not fit in two lines is left out.
 void drawFooter(cv::Mat& canvas, const DashboardGeometry& geometry);
 
 }  // namespace halcyra

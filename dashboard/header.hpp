@@ -1,4 +1,4 @@
-// The band along the top: the program's name and its keys.
+// The band across the top of the dashboard: the title and the keys.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -7,6 +7,7 @@
 
 namespace halcyra {
 
+// A wide canvas also gets the subtitle and the full list of keys.
 void drawHeader(cv::Mat& canvas, const DashboardGeometry& geometry);
 
 }  // namespace halcyra

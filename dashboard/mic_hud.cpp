@@ -7,6 +7,7 @@
 #include "app/run_state/runtime_status.hpp"
 #include "awareness/direction_zone.hpp"
 #include "awareness/voice_direction.hpp"
+#include "dashboard/palette.hpp"
 #include "dashboard/panel_drawing.hpp"
 #include "face_pipeline/person_identity.hpp"
 
@@ -17,12 +18,13 @@ constexpr std::array<const char*, 6> kZones = {"far left",     "left",  "center-
                                                "center-right", "right", "far right"};
 constexpr int kSegments = static_cast<int>(kZones.size());
 
-const cv::Scalar kNeutralFill(42, 49, 59);
-const cv::Scalar kNeutralOutline(82, 94, 110);
-const cv::Scalar kLitOutline(230, 240, 250);
-const cv::Scalar kUntrusted(105, 112, 124);
-const cv::Scalar kAmbiguous(80, 190, 230);
-const cv::Scalar kSomebody(80, 160, 245);
+constexpr int kLeastAreaWidth = 120;  // a smaller area has no room for the strip
+constexpr int kLeastAreaHeight = 70;
+constexpr int kLeastSegmentWidth = 14;
+constexpr int kMostSegmentWidth = 28;
+constexpr int kMostGap = 12;  // between two segments
+constexpr int kLeastSegmentHeight = 5;
+constexpr int kMostSegmentHeight = 9;
 
 struct StripGeometry {
   int segment_width;
@@ -33,14 +35,14 @@ struct StripGeometry {
 };
 
 StripGeometry strip_geometry(const cv::Rect& area) {
-  const bool high = area.height >= 522;
   StripGeometry strip;
-  strip.segment_width = area.width >= 1288 ? 28 : std::max(14, area.width / 46);
-  strip.gap = area.width >= 1104 ? 12 : strip.segment_width / 2;
-  strip.segment_height = high ? 9 : std::max(5, area.height / 58);
+  strip.segment_width = std::clamp(area.width / 46, kLeastSegmentWidth, kMostSegmentWidth);
+  strip.gap = std::min(strip.segment_width / 2, kMostGap);
+  strip.segment_height = std::clamp(area.height / 58, kLeastSegmentHeight, kMostSegmentHeight);
   const int width = kSegments * strip.segment_width + (kSegments - 1) * strip.gap;
   strip.left = area.x + (area.width - width) / 2;
-  strip.top = area.y + area.height - (high ? 19 : 18);
+  const int from_bottom = strip.segment_height == kMostSegmentHeight ? 19 : 18;
+  strip.top = area.y + area.height - from_bottom;
   return strip;
 }
 
@@ -51,27 +53,30 @@ cv::Rect segment_rect(const StripGeometry& strip, int index) {
 
 cv::Scalar highlight_color(const VoiceDirection& voice, const std::string& voice_match,
                            const std::vector<FaceInfo>& faces) {
-  if (!voice.trusted) return kUntrusted;
-  if (voice_match.find("ambiguous") != std::string::npos) return kAmbiguous;
+  if (!voice.trusted) return palette::kUntrustedVoice;
+  if (voice_match.find("ambiguous") != std::string::npos) return palette::kAmbiguousVoice;
   for (const FaceInfo& face : faces) {
     if (voice_match.find(person_display_name(face)) != std::string::npos) return face.color;
   }
-  return kSomebody;
+  return palette::kUnmatchedVoice;
 }
 
 }  // namespace
 
 void drawMicHud(cv::Mat& canvas, const cv::Rect& area, const RuntimeStatus& status, bool enabled,
                 const std::vector<FaceInfo>& faces) {
-  if (!enabled || area.width <= 119 || area.height <= 69) return;
+  if (!enabled || area.width < kLeastAreaWidth || area.height < kLeastAreaHeight) return;
   const StripGeometry strip = strip_geometry(area);
   const VoiceDirection voice = voice_direction(status.voice);
   const std::string zone = direction_zone(voice.angle);
   const cv::Scalar highlight = highlight_color(voice, status.room.voice_match, faces);
   for (int i = 0; i < kSegments; ++i) {
     const bool lit = zone == kZones[static_cast<std::size_t>(i)];
-    drawBox(canvas, segment_rect(strip, i), lit ? highlight : kNeutralFill,
-            lit ? kLitOutline : kNeutralOutline);
+    if (lit) {
+      drawBox(canvas, segment_rect(strip, i), highlight, palette::kLitSegmentOutline);
+    } else {
+      drawBox(canvas, segment_rect(strip, i), palette::kSegmentFill, palette::kSegmentOutline);
+    }
   }
 }
 

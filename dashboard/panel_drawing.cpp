@@ -6,6 +6,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "dashboard/font_scale.hpp"
+#include "dashboard/palette.hpp"
 #include "dashboard/text_cut.hpp"
 
 namespace halcyra {
@@ -14,16 +15,15 @@ double g_font_scale = 1.25;
 
 namespace {
 
-const cv::Scalar kPanelFill(22, 28, 38);
-const cv::Scalar kPanelOutline(52, 64, 80);
-const cv::Scalar kTitleColor(222, 230, 240);
-const cv::Scalar kKeyColor(128, 142, 160);
-const cv::Scalar kValueColor(225, 232, 242);
-const cv::Scalar kNoticeColor(142, 153, 170);
-
-constexpr int kTitleBand = 22;         // height of a panel's title
-constexpr double kRowScale = 0.34;     // text size of key/value rows
-constexpr int kRowCharacterWidth = 7;  // what a character of such a row is taken to need
+constexpr int kTitleBand = 22;          // height of a panel's title
+constexpr int kTitleBaseline = 17;      // below the top of the title band
+constexpr double kRowScale = 0.34;      // text scale of key/value rows
+constexpr int kRowCharacterWidth = 7;   // that is assumed for such a row
+constexpr int kLeastRowCharacters = 6;  // that a key or a value gets, however narrow its column
+constexpr int kRowGap = 8;              // between key and value
+constexpr std::size_t kLeastLineCharacters = 8;
+constexpr int kBelowBaseline = 2;       // pixels that must stay free below a baseline
+constexpr int kLeastNoticeHeight = 13;  // of the content, for the overflow notice
 
 // Strokes grow with the text, but never get thinner than asked.
 int scaled_thickness(int thickness) {
@@ -33,16 +33,15 @@ int scaled_thickness(int thickness) {
 
 int bottom_of(const cv::Rect& rect) { return rect.y + rect.height; }
 
-// False, and noted on the cursor, when the next line would leave the panel.
+// Sets the overflow of the cursor when there is none.
 bool has_room(PanelCursor& cursor) {
-  if (cursor.y + 2 <= bottom_of(cursor.content)) return true;
+  if (cursor.y + kBelowBaseline <= bottom_of(cursor.content)) return true;
   cursor.overflow = true;
   return false;
 }
 
 std::size_t line_budget(const PanelCursor& cursor, double scale) {
-  const double character_width = std::max(11.0 * scale * g_font_scale, 6.0);
-  return std::max<std::size_t>(8, static_cast<std::size_t>(cursor.content.width / character_width));
+  return std::max(kLeastLineCharacters, characters_in(cursor.content.width, 11.0 * scale));
 }
 
 int value_column(const cv::Rect& content, int value_x) {
@@ -51,12 +50,11 @@ int value_column(const cv::Rect& content, int value_x) {
 }
 
 int key_budget(const cv::Rect& content, int column) {
-  return std::max(6, (column - content.x - 8) / kRowCharacterWidth);
+  return std::max(kLeastRowCharacters, (column - content.x - kRowGap) / kRowCharacterWidth);
 }
 
 int value_budget(const cv::Rect& content, int column) {
-  const int room = content.x + content.width - column;
-  return room > 48 ? room / kRowCharacterWidth : 6;
+  return std::max(kLeastRowCharacters, (content.x + content.width - column) / kRowCharacterWidth);
 }
 
 void putRowText(cv::Mat& canvas, const std::string& text, int budget, cv::Point origin,
@@ -72,15 +70,24 @@ void put(cv::Mat& canvas, const std::string& text, cv::Point origin, double scal
               scaled_thickness(thickness), cv::LINE_AA);
 }
 
+std::size_t characters_in(int width, double character_width) {
+  return static_cast<std::size_t>(width / std::max(character_width * g_font_scale, 6.0));
+}
+
 void drawBox(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& fill,
              const cv::Scalar& outline) {
   cv::rectangle(canvas, rect, fill, cv::FILLED, cv::LINE_AA);
   cv::rectangle(canvas, rect, outline, 1, cv::LINE_AA);
 }
 
+void drawScaled(cv::Mat& canvas, const cv::Rect& rect, const cv::Mat& picture) {
+  cv::Mat target = canvas(rect);
+  cv::resize(picture, target, target.size(), 0, 0, cv::INTER_AREA);
+}
+
 PanelCursor drawPanel(cv::Mat& canvas, const cv::Rect& rect, const std::string& title,
                       double title_scale) {
-  drawBox(canvas, rect, kPanelFill, kPanelOutline);
+  drawBox(canvas, rect, palette::kPanelFill, palette::kPanelOutline);
   const int pad =
       std::clamp(static_cast<int>(std::round(std::min(rect.width, rect.height) * 0.035)), 8, 14);
   PanelCursor cursor;
@@ -90,7 +97,8 @@ PanelCursor drawPanel(cv::Mat& canvas, const cv::Rect& rect, const std::string& 
                std::max(1, rect.height - 2 * pad - kTitleBand));
   cursor.line_height = std::clamp(static_cast<int>(std::round(18.0 * g_font_scale)), 15, 24);
   cursor.y = cursor.content.y + cursor.line_height;
-  put(canvas, title, {rect.x + pad, rect.y + pad + 17}, title_scale, kTitleColor, 1);
+  put(canvas, title, {rect.x + pad, rect.y + pad + kTitleBaseline}, title_scale,
+      palette::kPanelTitle, 1);
   return cursor;
 }
 
@@ -108,15 +116,15 @@ void drawKeyValue(cv::Mat& canvas, PanelCursor& cursor, const std::string& key,
   if (!has_room(cursor)) return;
   const cv::Rect& content = cursor.content;
   const int column = value_column(content, value_x);
-  putRowText(canvas, key, key_budget(content, column), {content.x, cursor.y}, kKeyColor);
-  putRowText(canvas, value, value_budget(content, column), {column, cursor.y}, kValueColor);
+  putRowText(canvas, key, key_budget(content, column), {content.x, cursor.y}, palette::kRowKey);
+  putRowText(canvas, value, value_budget(content, column), {column, cursor.y}, palette::kRowValue);
   cursor.y += cursor.line_height;
 }
 
 void drawOverflowNotice(cv::Mat& canvas, const PanelCursor& cursor) {
-  if (!cursor.overflow || cursor.content.height <= 12) return;
-  put(canvas, "more in debug mode", {cursor.content.x, bottom_of(cursor.content) - 2}, 0.3,
-      kNoticeColor, 1);
+  if (!cursor.overflow || cursor.content.height < kLeastNoticeHeight) return;
+  put(canvas, "more in debug mode", {cursor.content.x, bottom_of(cursor.content) - kBelowBaseline},
+      0.3, palette::kFaintText, 1);
 }
 
 }  // namespace halcyra

@@ -1,5 +1,4 @@
-// The framed preview: its status strip and the picture of the chosen view with all that lies over
-// it.
+// The framed preview: a status strip, and below it the picture of the chosen view.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -9,6 +8,8 @@
 
 namespace halcyra {
 
+// Draws the strip, the picture with its insets and face marks, and the microphone strip over it. A
+// view whose picture is missing gets an explanation instead.
 void drawPreview(cv::Mat& canvas, const DashboardGeometry& geometry, const DashboardScene& scene);
 
 }  // namespace halcyra

@@ -6,13 +6,25 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include "dashboard/palette.hpp"
 #include "dashboard/panel_drawing.hpp"
 #include "face_pipeline/person_identity.hpp"
 
 namespace halcyra {
 namespace {
 
-const cv::Scalar kLabelFill(9, 13, 20);
+constexpr int kDebugBoxThickness = 3;
+constexpr int kBoxThickness = 2;
+constexpr int kSpeakerMargin = 4;  // from a box to the speaker's mark around it
+
+// The name of a face, on a filled background.
+constexpr int kLabelAboveBox = 9;        // baseline
+constexpr int kLeastLabelBaseline = 24;  // below the top of the picture
+constexpr int kLabelAscent = 19;         // from the top of the background to the baseline
+constexpr int kLabelHeight = 25;
+constexpr int kLabelCharacterWidth = 9;
+constexpr int kLeastLabelWidth = 110;
+constexpr int kMostLabelWidth = 300;
 
 // How a face is marked; a thickness of 0 means no box.
 struct FaceMark {
@@ -26,15 +38,16 @@ bool is_one_of(const std::string& view, std::initializer_list<const char*> views
 }
 
 FaceMark debug_mark(const FaceInfo& face) {
-  return {3, person_display_name(face) + "  " + face.detector_type + "  " + face.quality, 0.36};
+  return {kDebugBoxThickness,
+          person_display_name(face) + "  " + face.detector_type + "  " + face.quality, 0.36};
 }
 
-// Where boxes are off, the views about people still name them.
+// Without boxes, the views that are about people still show names.
 FaceMark normal_mark(const FaceInfo& face, const DashboardScene& scene) {
   const bool boxed = !scene.status.skeleton_available && scene.options.face_boxes &&
                      is_one_of(scene.view, {"rgb", "combo", "room_overview", "follow", "skeletal"});
   const bool named = boxed || is_one_of(scene.view, {"room_overview", "follow", "combo"});
-  return {boxed ? 2 : 0, named ? person_display_name(face) : "", 0.42};
+  return {boxed ? kBoxThickness : 0, named ? person_display_name(face) : "", 0.42};
 }
 
 bool is_speaker(const FaceInfo& face, const RuntimeStatus& status) {
@@ -44,16 +57,18 @@ bool is_speaker(const FaceInfo& face, const RuntimeStatus& status) {
 
 void drawLabel(cv::Mat& canvas, const cv::Rect& box, const cv::Rect& area, const FaceMark& mark,
                const cv::Scalar& color) {
-  const int baseline = std::max(area.y + 24, box.y - 9);
-  const int width = std::clamp(9 * static_cast<int>(mark.label.size()), 110, 300);
-  cv::rectangle(canvas, cv::Rect(box.x + 2, baseline - 19, width, 25), kLabelFill, cv::FILLED,
-                cv::LINE_8);
+  const int baseline = std::max(area.y + kLeastLabelBaseline, box.y - kLabelAboveBox);
+  const int width = std::clamp(kLabelCharacterWidth * static_cast<int>(mark.label.size()),
+                               kLeastLabelWidth, kMostLabelWidth);
+  cv::rectangle(canvas, cv::Rect(box.x + 2, baseline - kLabelAscent, width, kLabelHeight),
+                palette::kFaceLabelFill, cv::FILLED, cv::LINE_8);
   put(canvas, mark.label, {box.x + 6, baseline}, mark.label_scale, color, 1);
 }
 
 void drawSpeakerMark(cv::Mat& canvas, const cv::Rect& box, const cv::Rect& area,
                      const cv::Scalar& color) {
-  const cv::Rect around(box.x - 4, box.y - 4, box.width + 8, box.height + 8);
+  const cv::Rect around(box.x - kSpeakerMargin, box.y - kSpeakerMargin,
+                        box.width + 2 * kSpeakerMargin, box.height + 2 * kSpeakerMargin);
   cv::rectangle(canvas, around & area, color, 1, cv::LINE_8);
 }
 

@@ -1,4 +1,4 @@
-// The marks over the colour picture: boxes, labels and the speaker's frame.
+// The marks over the colour picture: boxes, labels and the mark of the speaker.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -8,7 +8,9 @@
 
 namespace halcyra {
 
-// Marks every face of the scene that the mapping shows, one after the other.
+// Marks the faces of the scene in their order, each in its colour; faces that the mapping does not
+// show are skipped. In debug mode every face gets a box and a label with its details; otherwise the
+// view and the options decide.
 void drawPreviewFaces(cv::Mat& canvas, const DashboardScene& scene, const PreviewMapping& mapping);
 
 }  // namespace halcyra

@@ -5,16 +5,16 @@
 namespace halcyra {
 namespace {
 
-constexpr double kLeastShare = 0.62;  // of the frame that a follow crop shows
-constexpr int kFaceMultiple = 3;      // how much wider than the face it is at least
+constexpr double kLeastShare = 0.62;  // of the frame's sides, for a follow crop
+constexpr int kFaceMultiple = 3;      // a follow crop is at least this much larger than the face
 
 struct Span {
   int start;
   int length;
 };
 
-// The crop along one axis: around the face's centre, shifted to stay inside the frame, and never
-// without length.
+// The crop along one axis: centred on the face, then shifted to stay inside the frame. At least one
+// pixel long.
 Span follow_span(int frame, int face_start, int face_length) {
   const int least = std::min(static_cast<int>(kLeastShare * frame), frame);
   const int length = std::max({1, least, std::min(kFaceMultiple * face_length, frame)});

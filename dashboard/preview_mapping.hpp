@@ -1,5 +1,5 @@
-// How the colour frame is laid onto the preview: which part of it is shown, and where a face of
-// the frame comes to stand. Pure geometry, nothing is drawn.
+// Which part of the colour frame the preview shows, and where a face of the frame is on the canvas.
+// Computes only; draws nothing.
 #pragma once
 
 #include <string>
@@ -16,12 +16,13 @@ struct PreviewMapping {
   cv::Rect area;  // where on the canvas it is shown
 };
 
-// The whole frame, or, in the view "follow" with exactly one face, a part of it around that face.
+// Shows the whole frame or, in the view "follow" with exactly one face, the part around that face.
+// `frame` is not empty; the crop always lies inside it and has at least one pixel.
 PreviewMapping preview_mapping(cv::Size frame, const cv::Rect& area, const std::string& view,
                                const std::vector<FaceInfo>& faces);
 
-// A box of the frame as it stands on the canvas, clipped to the area; without area when nothing of
-// it is shown.
+// Converts a box in pixels of the frame to pixels of the canvas, clipped to the area. Empty when no
+// part of the box is shown or when it shrinks to less than a pixel.
 cv::Rect on_canvas(const PreviewMapping& mapping, const cv::Rect& box);
 
 }  // namespace halcyra

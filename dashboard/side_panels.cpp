@@ -3,16 +3,18 @@
 #include <algorithm>
 #include <string>
 
-#include "dashboard/font_scale.hpp"
+#include "dashboard/palette.hpp"
 #include "dashboard/panel_drawing.hpp"
 #include "dashboard/text_cut.hpp"
 
 namespace halcyra {
 namespace {
 
-const cv::Scalar kReasonColor(176, 187, 202);
-
+constexpr double kTitleScale = 0.38;
+constexpr double kRoomTitleScale = 0.4;
+constexpr double kReasonScale = 0.3;
 constexpr std::size_t kReasonLines = 2;
+constexpr int kHighBand = 134;  // above this suggested height the events are written larger
 
 struct PanelRects {
   cv::Rect room;
@@ -31,18 +33,17 @@ int value_column(const PanelCursor& cursor, int least, double share) {
 }
 
 void drawReason(cv::Mat& canvas, PanelCursor& cursor, const std::string& reason) {
-  const double character_width = std::max(3.15 * g_font_scale, 6.0);
   const std::vector<std::string> lines =
-      wrap("reason: " + reason, static_cast<std::size_t>(cursor.content.width / character_width));
+      wrap("reason: " + reason, characters_in(cursor.content.width, 3.15));
   for (std::size_t i = 0; i < std::min(lines.size(), kReasonLines); ++i) {
-    drawTextLine(canvas, cursor, lines[i], 0.3, kReasonColor, 1);
+    drawTextLine(canvas, cursor, lines[i], kReasonScale, palette::kPanelText, 1);
   }
   if (lines.size() > kReasonLines) cursor.overflow = true;
 }
 
 void drawRoomPanel(cv::Mat& canvas, const cv::Rect& rect, const DashboardScene& scene) {
   const RoomAwareness& room = scene.status.room;
-  PanelCursor cursor = drawPanel(canvas, rect, "ROOM AWARENESS", 0.4);
+  PanelCursor cursor = drawPanel(canvas, rect, "ROOM AWARENESS", kRoomTitleScale);
   const int column = value_column(cursor, 116, 0.54);
   drawKeyValue(canvas, cursor, "people", std::to_string(room.people), column);
   drawKeyValue(canvas, cursor, "faces", std::to_string(room.faces), column);
@@ -58,7 +59,7 @@ void drawRoomPanel(cv::Mat& canvas, const cv::Rect& rect, const DashboardScene& 
 }
 
 void drawSensorPanel(cv::Mat& canvas, const cv::Rect& rect, const RuntimeStatus& status) {
-  PanelCursor cursor = drawPanel(canvas, rect, "SENSOR STATUS", 0.38);
+  PanelCursor cursor = drawPanel(canvas, rect, "SENSOR STATUS", kTitleScale);
   const int column = value_column(cursor, 86, 0.42);
   drawKeyValue(canvas, cursor, "Skeleton", status.skeleton_available ? "OK" : "degraded", column);
   drawKeyValue(canvas, cursor, "Depth", status.depth_ok ? "OK" : "status-only", column);
@@ -75,6 +76,18 @@ void drawSidePanels(cv::Mat& canvas, const DashboardGeometry& geometry,
   const PanelRects rects = panel_rects(geometry);
   drawRoomPanel(canvas, rects.room, scene);
   drawSensorPanel(canvas, rects.sensor, scene.status);
+}
+
+void drawEventPanel(cv::Mat& canvas, const DashboardGeometry& geometry,
+                    const std::deque<std::string>& events) {
+  const double scale = suggested_events_height(geometry.height) > kHighBand ? 0.33 : 0.29;
+  PanelCursor cursor = drawPanel(
+      canvas, {geometry.side_x, geometry.events_top, geometry.side_width, geometry.events_height},
+      "RECENT EVENTS", kTitleScale);
+  for (const std::string& event : events) {
+    if (!drawTextLine(canvas, cursor, event, scale, palette::kPanelText, 1)) break;
+  }
+  drawOverflowNotice(canvas, cursor);
 }
 
 }  // namespace halcyra

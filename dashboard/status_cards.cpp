@@ -1,7 +1,5 @@
 #include "dashboard/status_cards.hpp"
 
-#include <string>
-
 #include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {

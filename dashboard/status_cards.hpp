@@ -1,15 +1,22 @@
-// What the nine status cards say.
+// The nine status cards and what they say.
 #pragma once
 
+#include <string>
 #include <vector>
-
-#include "dashboard/status_card.hpp"
 
 namespace halcyra {
 
 struct RuntimeStatus;
 
-// The nine cards in the order of the grid.
+struct StatusCard {
+  std::string title;
+  std::string state;   // status word; color_for gives its colour
+  std::string detail;  // how it is now
+  std::string impact;  // what that means
+  std::string action;  // what to do about it; not drawn
+};
+
+// The cards in the order of the grid.
 std::vector<StatusCard> status_cards(const RuntimeStatus& status);
 
 }  // namespace halcyra

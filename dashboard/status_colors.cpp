@@ -1,12 +1,14 @@
 #include "dashboard/status_colors.hpp"
 
+#include "dashboard/palette.hpp"
+
 namespace halcyra {
 
 cv::Scalar color_for(const std::string& state) {
-  if (state == "OK") return {80, 210, 120};
-  if (state == "degraded") return {70, 180, 245};
-  if (state == "fallback") return {60, 200, 220};
-  return {90, 95, 245};
+  if (state == "OK") return palette::kGood;
+  if (state == "degraded") return palette::kDegraded;
+  if (state == "fallback") return palette::kFallback;
+  return palette::kUnavailable;
 }
 
 }  // namespace halcyra

@@ -1,4 +1,4 @@
-// Colours that say how something is.
+// The colour of a status word.
 #pragma once
 
 #include <string>
@@ -7,7 +7,8 @@
 
 namespace halcyra {
 
-// Green for "OK", orange for "degraded", yellow for "fallback", red for any other word. BGR.
+// Green for "OK", orange for "degraded", yellow for "fallback", red for any other word; letter case
+// counts. BGR.
 cv::Scalar color_for(const std::string& state);
 
 }  // namespace halcyra

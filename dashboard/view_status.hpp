@@ -1,4 +1,4 @@
-// The card that stands where a camera picture is missing.
+// The card that is shown in place of a missing camera picture.
 #pragma once
 
 #include <string>
@@ -7,7 +7,8 @@
 
 namespace halcyra {
 
-// Fills `rect` with a heading in `color` and a wrapped explanation below it.
+// Fills `rect`, then writes the title in `color` and the wrapped detail below it. Lines of the
+// detail that would come near the bottom are left out.
 void drawViewStatus(cv::Mat& canvas, const cv::Rect& rect, const std::string& title,
                     const std::string& detail, const cv::Scalar& color);
 

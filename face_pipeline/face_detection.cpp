@@ -41,7 +41,7 @@ void append(std::vector<Detection>& detections, const std::vector<cv::Rect>& box
   for (const cv::Rect& box : boxes) detections.push_back({box, detector_type});
 }
 
-DetectionSettings settings_for(const Options& options) {
+haar::DetectionSettings settings_for(const Options& options) {
   const int least = std::max(1, scaled(options.min_face_size, options.detect_scale));
   return {options.scale_factor, options.min_neighbors, cv::Size(least, least), cv::Size()};
 }
@@ -51,7 +51,6 @@ void scale_back(std::vector<cv::Rect>& boxes, const Options& options) {
   for (cv::Rect& box : boxes) box = scaled(box, inverse);
 }
 
-// A search of the mirrored picture on its own.
 std::vector<cv::Rect> detect_faces_mirrored(cv::CascadeClassifier& cascade, const cv::Mat& grey,
                                             const Options& options) {
   cv::Mat mirrored;
@@ -66,7 +65,8 @@ bool shrinking_mirrors_exactly(const cv::Mat& grey, const Options& options) {
   return options.detect_scale == 0.5 && grey.cols % 2 == 0 && grey.rows % 2 == 0;
 }
 
-// Passes over one picture. Those that can share its shrunken copy and all that is made of it.
+// The passes over one picture. As many of them as can share its shrunken copy and all that is made
+// of that.
 class Passes {
  public:
   Passes(const cv::Mat& grey, const Options& options) : grey_(grey), options_(options) {}
@@ -77,46 +77,43 @@ class Passes {
   Passes& operator=(const Passes&) = delete;
 
   // Boxes in the picture as it is or, mirrored, in its mirror image.
-  std::vector<cv::Rect> boxes(cv::CascadeClassifier& cascade, Facing facing) {
-    FastCascadeClassifier* const fast = fast_cascade(cascade);
-    if (fast != nullptr && can_share(*fast, facing)) return shared_boxes(*fast, facing);
-    return facing == Facing::kMirrored ? detect_faces_mirrored(cascade, grey_, options_)
-                                       : detect_faces(cascade, grey_, options_);
+  std::vector<cv::Rect> boxes(cv::CascadeClassifier& cascade, haar::Facing facing) {
+    haar::FastCascadeClassifier* const fast = haar::fast_cascade(cascade);
+    if (fast != nullptr && may_share(*fast, facing)) return shared_boxes(*fast, facing);
+    return facing == haar::Facing::kMirrored ? detect_faces_mirrored(cascade, grey_, options_)
+                                             : detect_faces(cascade, grey_, options_);
   }
 
  private:
-  // At full scale every pass equalises the caller's pixels anew.
-  bool can_share(FastCascadeClassifier& cascade, Facing facing) {
+  // Not at full scale, where every pass equalises the caller's pixels anew.
+  bool may_share(const haar::FastCascadeClassifier& cascade, haar::Facing facing) const {
     if (!(options_.detect_scale < 1.0) || !(options_.scale_factor > 1.0)) return false;
-    if (facing == Facing::kAsIs) return true;
+    if (facing == haar::Facing::kAsIs) return true;
     return shrinking_mirrors_exactly(grey_, options_) &&
-           cascade.can_mirror(pyramid_for(cascade).picture().size(), settings_for(options_));
+           cascade.can_mirror(grey_.size() / 2, settings_for(options_));
   }
 
-  std::vector<cv::Rect> shared_boxes(FastCascadeClassifier& cascade, Facing facing) {
-    std::vector<cv::Rect> boxes =
-        cascade.detect(pyramid_for(cascade), facing, settings_for(options_));
+  std::vector<cv::Rect> shared_boxes(haar::FastCascadeClassifier& cascade, haar::Facing facing) {
+    if (pyramid_ == nullptr) make_pyramid(cascade.pyramid());
+    std::vector<cv::Rect> boxes = cascade.detect(*pyramid_, facing, settings_for(options_));
     scale_back(boxes, options_);
     return boxes;
   }
 
   // That of the first cascade serves all.
-  ImagePyramid& pyramid_for(FastCascadeClassifier& cascade) {
-    if (pyramid_ == nullptr) {
-      cascade.pyramid().set_picture(working_image(grey_, options_));
-      pyramid_ = &cascade.pyramid();
-    }
-    return *pyramid_;
+  void make_pyramid(haar::ImagePyramid& pyramid) {
+    pyramid.set_picture(working_image(grey_, options_));
+    pyramid_ = &pyramid;
   }
 
   const cv::Mat& grey_;
   const Options& options_;
-  ImagePyramid* pyramid_ = nullptr;
+  haar::ImagePyramid* pyramid_ = nullptr;
 };
 
 // Faces looking to the other side: the profile cascade on the mirrored image.
 std::vector<cv::Rect> detect_mirrored(Passes& passes, cv::CascadeClassifier& profile, int columns) {
-  std::vector<cv::Rect> boxes = passes.boxes(profile, Facing::kMirrored);
+  std::vector<cv::Rect> boxes = passes.boxes(profile, haar::Facing::kMirrored);
   for (cv::Rect& box : boxes) box.x = columns - box.x - box.width;
   return boxes;
 }
@@ -126,7 +123,7 @@ std::vector<cv::Rect> detect_mirrored(Passes& passes, cv::CascadeClassifier& pro
 std::vector<cv::Rect> detect_faces(cv::CascadeClassifier& cascade, const cv::Mat& grey,
                                    const Options& options) {
   const cv::Mat working = working_image(grey, options);
-  const DetectionSettings settings = settings_for(options);
+  const haar::DetectionSettings settings = settings_for(options);
   std::vector<cv::Rect> boxes;
   cascade.detectMultiScale(working, boxes, settings.scale_factor, settings.min_neighbors, 0,
                            settings.min_size, settings.max_size);
@@ -139,10 +136,10 @@ std::vector<Detection> detect_multi(cv::CascadeClassifier& frontal, cv::CascadeC
   Passes passes(grey, options);
   std::vector<Detection> detections;
   if (style_includes(options, "frontal")) {
-    append(detections, passes.boxes(frontal, Facing::kAsIs), "frontal");
+    append(detections, passes.boxes(frontal, haar::Facing::kAsIs), "frontal");
   }
   if (profile != nullptr && style_includes(options, "profile_left")) {
-    append(detections, passes.boxes(*profile, Facing::kAsIs), "profile_left");
+    append(detections, passes.boxes(*profile, haar::Facing::kAsIs), "profile_left");
   }
   if (profile != nullptr && style_includes(options, "profile_right")) {
     append(detections, detect_mirrored(passes, *profile, grey.cols), "profile_right");

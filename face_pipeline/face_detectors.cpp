@@ -7,9 +7,9 @@
 namespace halcyra {
 
 void load_detectors(FaceDetectors& detectors, const Options& options, RuntimeStatus& status) {
-  status.frontal_cascade_loaded = load_fast_cascade(detectors.frontal, options.cascade_path);
+  status.frontal_cascade_loaded = haar::load_fast_cascade(detectors.frontal, options.cascade_path);
   status.profile_cascade_loaded =
-      load_fast_cascade(detectors.profile, options.profile_cascade_path);
+      haar::load_fast_cascade(detectors.profile, options.profile_cascade_path);
   if (!status.frontal_cascade_loaded) add_event(status, "Frontal cascade unavailable");
   if (!status.profile_cascade_loaded) {
     add_event(status, "Profile cascade unavailable; profile detection fallback");

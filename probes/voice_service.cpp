@@ -40,8 +40,9 @@ fs::path state_folder() {
 
 void refresh_voice(RuntimeStatus& status) {
   VoiceStatus& voice = status.voice;
-  const std::string report = run_capture("./install/sonmerectl status");
-  const std::string persistence = run_capture("./install/sonmerectl persistence-status");
+  const std::string report = run_capture(kVoiceControlScript + std::string(" status"));
+  const std::string persistence =
+      run_capture(kVoiceControlScript + std::string(" persistence-status"));
   read_voice_reports(report, persistence, voice);
   const fs::path folder = state_folder();
   const fs::path event_file = folder / "first-run-event.json";

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
+#include <string>
 
+#include "virtual_kinect/complaint.hpp"
 #include "virtual_kinect/delivered_frame.hpp"
 #include "virtual_kinect/frame_faults.hpp"
 
@@ -14,7 +17,7 @@ namespace {
 using libfreenect2::Frame;
 using libfreenect2::FrameListener;
 
-constexpr int kSensorPace = 30;  // also what the time stamps of pace 0 pretend
+constexpr int kSensorPace = 30;  // also the pace that the time stamps of pace 0 follow
 constexpr std::uint64_t kTicksPerSecond = 8000;
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 constexpr std::chrono::nanoseconds kFrameTime(kNanosecondsPerSecond / kSensorPace);
@@ -27,7 +30,7 @@ constexpr std::uint64_t kPauseTicks = kPause.count() * kTicksPerSecond / 1000;
 
 // Shared with the frames, which may outlive the delivery. Its mutex is never held while a listener
 // is called or a frame deleted.
-struct Delivery::Turn {
+struct Delivery::Shared {
   std::mutex mutex;
   std::condition_variable changed;
   bool ended = false;
@@ -40,24 +43,24 @@ struct Delivery::Turn {
 // The frames of one set share this; the last of them to be deleted lets the next set go.
 class Delivery::SetHold {
  public:
-  explicit SetHold(std::shared_ptr<Turn> turn) : turn_(std::move(turn)) {}
+  explicit SetHold(std::shared_ptr<Shared> shared) : shared_(std::move(shared)) {}
   ~SetHold() {
-    const std::lock_guard lock(turn_->mutex);
-    turn_->set_held = false;
-    turn_->changed.notify_all();
+    const std::lock_guard lock(shared_->mutex);
+    shared_->set_held = false;
+    shared_->changed.notify_all();
   }
   SetHold(const SetHold&) = delete;
   SetHold& operator=(const SetHold&) = delete;
 
  private:
-  const std::shared_ptr<Turn> turn_;
+  const std::shared_ptr<Shared> shared_;
 };
 
 Delivery::Delivery(FrameSource source, const DeliverySettings& settings, const Listeners& listeners)
-    : source_(std::move(source)), settings_(settings), turn_(std::make_shared<Turn>()) {
-  turn_->listeners = listeners;
+    : source_(std::move(source)), settings_(settings), shared_(std::make_shared<Shared>()) {
+  shared_->listeners = listeners;
   if (!source_.streams.empty()) {
-    thread_ = std::thread([this] { run(); });
+    thread_ = std::thread([this] { deliver([this] { play(); }); });
   }
 }
 
@@ -65,26 +68,39 @@ Delivery::~Delivery() { end(); }
 
 void Delivery::end() {
   {
-    const std::lock_guard lock(turn_->mutex);
-    turn_->ended = true;
-    turn_->changed.notify_all();
+    const std::lock_guard lock(shared_->mutex);
+    shared_->ended = true;
+    shared_->changed.notify_all();
   }
   if (thread_.joinable()) thread_.join();
 }
 
 void Delivery::end_with_a_late_set() {
   end();
-  std::vector<PreparedFrame> frames = prepare(next_set_);
-  hand_out(frames);
+  if (died_) return;
+  deliver([this] {
+    std::vector<PreparedFrame> frames = prepare(next_set_);
+    hand_out(frames);
+  });
 }
 
 void Delivery::set_listeners(const Listeners& listeners) {
-  const std::lock_guard lock(turn_->mutex);
-  turn_->listeners = listeners;
-  turn_->changed.notify_all();
+  const std::lock_guard lock(shared_->mutex);
+  shared_->listeners = listeners;
+  shared_->changed.notify_all();
 }
 
-void Delivery::run() {
+void Delivery::deliver(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& error) {
+    complain(std::string("no more frames arrive: ") + error.what());
+    died_ = true;
+    is_over_ = true;
+  }
+}
+
+void Delivery::play() {
   while (play_once()) {
     if (!settings_.resumes) {
       is_over_ = true;
@@ -96,7 +112,7 @@ void Delivery::run() {
   }
 }
 
-// All sets, once. A set is decoded before its turn has come, while the program still works on the
+// Delivers all sets once. A set is decoded before it is due, while the program still works on the
 // one before. False when the delivery has ended.
 bool Delivery::play_once() {
   std::uint64_t set = first_set_;
@@ -118,12 +134,13 @@ bool Delivery::has_all_frames(std::uint64_t set) const {
   });
 }
 
-// A set that lost a frame is held by nobody, and yet the next is not to come at once.
+// With pace 0 the release of a set makes room for the next. Nobody may ever release a set that lost
+// a frame, so a pause takes the place of its release.
 bool Delivery::needs_a_rest(std::uint64_t set) const {
   return settings_.pace == 0 && !has_all_frames(set);
 }
 
-std::unique_ptr<Frame> Delivery::make_faulty_frame(
+std::unique_ptr<Frame> Delivery::make_frame_of_set(
     Frame::Type stream, std::uint64_t set, const std::shared_ptr<const SetHold>& hold) const {
   auto frame = make_frame(source_.image(stream, set), hold);
   frame->sequence = settings_.first_sequence + static_cast<std::uint32_t>(set);
@@ -135,11 +152,11 @@ std::unique_ptr<Frame> Delivery::make_faulty_frame(
 std::vector<Delivery::PreparedFrame> Delivery::prepare(std::uint64_t set) const {
   const bool is_held = settings_.pace == 0 && has_all_frames(set);
   const std::shared_ptr<const SetHold> hold =
-      is_held ? std::make_shared<const SetHold>(turn_) : nullptr;
+      is_held ? std::make_shared<const SetHold>(shared_) : nullptr;
   std::vector<PreparedFrame> frames;
   for (const Frame::Type stream : source_.streams) {
     if (!is_lost(stream, set, settings_.lost_percent)) {
-      frames.emplace_back(stream, make_faulty_frame(stream, set, hold));
+      frames.emplace_back(stream, make_frame_of_set(stream, set, hold));
     }
   }
   return frames;
@@ -153,35 +170,38 @@ std::uint32_t Delivery::timestamp_of(std::uint64_t set) const {
 
 // False when the delivery has ended meanwhile.
 bool Delivery::rest(std::chrono::nanoseconds duration) {
-  std::unique_lock lock(turn_->mutex);
-  return !turn_->changed.wait_for(lock, duration, [this] { return turn_->ended; });
+  std::unique_lock lock(shared_->mutex);
+  return !shared_->changed.wait_for(lock, duration, [this] { return shared_->ended; });
 }
 
 // False when the delivery has ended.
 bool Delivery::wait_for_turn(std::uint64_t set) {
-  std::unique_lock lock(turn_->mutex);
+  std::unique_lock lock(shared_->mutex);
   if (settings_.pace > 0) {
-    return !turn_->changed.wait_until(lock, due(set), [this] { return turn_->ended; });
+    return !shared_->changed.wait_until(lock, due(set), [this] { return shared_->ended; });
   }
-  const auto is_free = [this] { return turn_->ended || (!turn_->set_held && turn_->is_heard()); };
+  const auto is_free = [this] {
+    return shared_->ended || (!shared_->set_held && shared_->is_heard());
+  };
   if (settings_.lost_percent == 0) {
-    turn_->changed.wait(lock, is_free);
+    shared_->changed.wait(lock, is_free);
   } else {
-    // A reader may have completed an earlier set with one frame of the last one, and wait with the
-    // rest of it for a frame that only this one brings.
-    turn_->changed.wait_for(lock, kFrameTime, is_free);
+    // The reader may have used one frame of the last set to complete an earlier one. It then holds
+    // the others until a frame of this set completes them too.
+    shared_->changed.wait_for(lock, kFrameTime, is_free);
   }
-  turn_->set_held = has_all_frames(set);
-  return !turn_->ended;
+  shared_->set_held = has_all_frames(set);
+  return !shared_->ended;
 }
 
-// Leaves the frames that no listener took.
+// The frames that no listener takes stay in `frames`.
 void Delivery::hand_out(std::vector<PreparedFrame>& frames) {
   for (auto& [stream, frame] : frames) {
     FrameListener* listener = nullptr;
     {
-      const std::lock_guard lock(turn_->mutex);
-      listener = stream == Frame::Color ? turn_->listeners.color : turn_->listeners.ir_and_depth;
+      const std::lock_guard lock(shared_->mutex);
+      listener =
+          stream == Frame::Color ? shared_->listeners.color : shared_->listeners.ir_and_depth;
     }
     if (listener != nullptr && listener->onNewFrame(stream, frame.get())) {
       static_cast<void>(frame.release());  // the listener owns it now

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <thread>
@@ -22,11 +23,13 @@ struct Listeners {
   libfreenect2::FrameListener* ir_and_depth = nullptr;
 };
 
-// With a pace above 0, set k is due k/pace seconds after the first; a set whose successor is due
-// already is passed over, as nobody could take it. With pace 0 the next set is delivered when every
-// frame of the one before has been deleted; where frames get lost, at the latest a thirtieth of a
-// second later, as nobody may ever release a set that is incomplete. Frames may outlive the
-// delivery.
+// With a pace above 0, set k is due k/pace seconds after the first. A set whose successor is due
+// already is skipped, since nobody could take it; the last set never is. With pace 0 the next set
+// is delivered once every frame of the one before has been deleted. Where frames get lost it waits
+// for a thirtieth of a second at most, since nobody may ever release an incomplete set.
+//
+// An exception of the source or a listener ends the streams as the death of a sensor does: one line
+// on standard error, and nothing more arrives. Frames may outlive the delivery.
 class Delivery {
  public:
   Delivery(FrameSource source, const DeliverySettings& settings, const Listeners& listeners);
@@ -35,25 +38,27 @@ class Delivery {
   Delivery(const Delivery&) = delete;
   Delivery& operator=(const Delivery&) = delete;
 
+  // From the next frame on. One that is just being handed out still goes to the listener of before.
   void set_listeners(const Listeners& listeners);
 
-  // Whether the last set was delivered and none will follow.
+  // True when no set will follow: the last one was delivered, or the streams died.
   bool is_over() const { return is_over_; }
 
-  // Ends the thread, then hands out one more set all the same, as a sensor does that was already at
-  // it.
+  // Ends the thread, then hands out one more set, like a sensor that is stopped in mid-set. Streams
+  // that died hand out nothing.
   void end_with_a_late_set();
 
  private:
   using Clock = std::chrono::steady_clock;
   using PreparedFrame = std::pair<libfreenect2::Frame::Type, std::unique_ptr<libfreenect2::Frame>>;
-  struct Turn;
+  struct Shared;
   class SetHold;
 
-  void run();
+  void deliver(const std::function<void()>& work);
+  void play();
   bool play_once();
   void end();
-  std::unique_ptr<libfreenect2::Frame> make_faulty_frame(
+  std::unique_ptr<libfreenect2::Frame> make_frame_of_set(
       libfreenect2::Frame::Type stream, std::uint64_t set,
       const std::shared_ptr<const SetHold>& hold) const;
   bool has_all_frames(std::uint64_t set) const;
@@ -68,11 +73,12 @@ class Delivery {
 
   const FrameSource source_;
   const DeliverySettings settings_;
-  const std::shared_ptr<Turn> turn_;
-  std::uint64_t first_set_ = 0;  // of this playing of the sets
+  const std::shared_ptr<Shared> shared_;
+  std::uint64_t first_set_ = 0;  // the first since the last pause
   std::uint64_t next_set_ = 0;
   std::uint64_t pauses_ = 0;
   Clock::time_point first_due_;
+  bool died_ = false;  // of an exception; written by the thread, read after its end
   std::atomic<bool> is_over_ = false;
   std::thread thread_;
 };

@@ -12,7 +12,7 @@ enum class AfterLastSet {
   kLoop,    // the first follows at once
   kStall,   // nothing more
   kPause,   // nothing for 2.5 seconds, then the first again
-  kUnplug,  // nothing more, as after the loss of the device; `stop` then fails
+  kUnplug,  // nothing more, as when the cable is pulled; `stop` then fails
 };
 
 enum class StopOutcome {
@@ -36,8 +36,9 @@ struct DeviceSettings {
   bool counters_wrap = false;  // sequence numbers and time stamps overflow within half a second
 };
 
-// Reads `file` over the defaults; a missing or empty file leaves them. False: the file cannot be
-// used, and `complaint` says why in one sentence that names the file.
+// Reads `file` into `settings`; keys that it does not have keep their values, as do all where it is
+// missing or empty. False where it cannot be used: the settings stay as they were, and `complaint`
+// says why in one line that names the file.
 bool read_device_settings(const std::filesystem::path& file, DeviceSettings& settings,
                           std::string& complaint);
 

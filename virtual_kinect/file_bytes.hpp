@@ -7,7 +7,7 @@
 
 namespace halcyra::virtual_kinect {
 
-// Nothing where `file` cannot be read, which includes folders.
+// Nothing where `file` cannot be read. Folders and pipes count as that.
 std::optional<std::string> read_file(const std::filesystem::path& file);
 
 }  // namespace halcyra::virtual_kinect

@@ -10,7 +10,7 @@ namespace {
 using libfreenect2::Frame;
 
 enum class Damage { kNoData, kNoWidth, kNoHeight, kTwoBytesPerPixel, kTorn };
-constexpr std::uint64_t kDamages = 5;
+constexpr std::uint64_t kDamageKinds = 5;
 
 constexpr std::uint64_t kLossSeed = 0x10;
 constexpr std::uint64_t kDamageSeed = 0x20;
@@ -49,7 +49,7 @@ bool is_damaged(Frame::Type stream, std::uint64_t set, int percent) {
 
 void damage(Frame& frame, std::uint64_t set) {
   frame.status = 1;
-  switch (static_cast<Damage>(set % kDamages)) {
+  switch (static_cast<Damage>(set % kDamageKinds)) {
     case Damage::kNoData:
       frame.data = nullptr;
       break;

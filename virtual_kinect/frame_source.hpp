@@ -1,4 +1,4 @@
-// Where a virtual sensor gets its frames from. A recording is one such source.
+// Where a virtual sensor gets its frames from: a recording, or the rendered room.
 #pragma once
 
 #include <cstddef>
@@ -23,8 +23,8 @@ struct FrameSource {
   std::vector<libfreenect2::Frame::Type> streams;  // those that deliver anything
   std::optional<std::uint64_t> set_count;          // nothing: there is always a next set
 
-  // The image of one of the streams in the given set. Called from one thread at a time; the pixels
-  // are not to be written to.
+  // The image of one of the streams in the given set. Called from one thread at a time; nobody may
+  // write to the pixels. An exception ends the delivery.
   std::function<StreamImage(libfreenect2::Frame::Type stream, std::uint64_t set)> image;
 };
 

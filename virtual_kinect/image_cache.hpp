@@ -1,4 +1,5 @@
-// Keeps decoded images of a looping recording, as decoding takes longer than a frame's time.
+// Keeps decoded images of a repeating recording, because decoding a set takes longer than the time
+// between two sets.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +11,7 @@
 
 namespace halcyra::virtual_kinect {
 
-// The first images are kept, and stay, until their pixels fill the budget; the rest is loaded on
+// Keeps the first images for good, until their pixels fill the budget; the others are loaded on
 // each call.
 class ImageCache {
  public:

@@ -9,9 +9,10 @@
 
 namespace halcyra::virtual_kinect {
 
-// Colour is brought into `color_format`, unless it is grey; infrared and depth become floats of the
-// same values. A file that is missing, cannot be decoded or does not suit the stream gives an image
-// of the sensor's own size without pixels.
+// Colour comes in `color_format` (BGRX or RGBX), grey colour files as Gray; infrared and depth
+// become floats of the same values. The size is the file's. A file that is missing, cannot be
+// decoded or does not suit the stream gives an image without pixels, of the size of the sensor's
+// pictures.
 StreamImage read_image(const std::filesystem::path& file, libfreenect2::Frame::Type stream,
                        libfreenect2::Frame::Format color_format);
 

@@ -1,4 +1,4 @@
-// Plays the images of a recording's folders color, ir and depth.
+// Plays the images in a recording's folders color, ir and depth.
 #pragma once
 
 #include <filesystem>
@@ -11,7 +11,8 @@
 
 namespace halcyra::virtual_kinect {
 
-// The stream's images in the order they are played: ascending file name, compared byte by byte.
+// The stream's images in the order of play: ascending file name, compared byte by byte. Nothing
+// where the folder is missing.
 std::vector<std::filesystem::path> stream_files(const std::filesystem::path& recording,
                                                 libfreenect2::Frame::Type stream);
 

@@ -8,7 +8,8 @@
 
 namespace halcyra::virtual_kinect {
 
-// Renders every set when it is asked for; the same seed gives the same sets. Takes a second or so.
+// Sets without end, each rendered when it is asked for. The same seed gives the same sets. Takes a
+// second or so.
 FrameSource open_room(std::uint32_t seed = room::kUsualSeed);
 
 }  // namespace halcyra::virtual_kinect

@@ -2,10 +2,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <iostream>
 #include <string>
 #include <system_error>
 
+#include "virtual_kinect/complaint.hpp"
 #include "virtual_kinect/recording.hpp"
 #include "virtual_kinect/room_source.hpp"
 
@@ -14,15 +14,6 @@ namespace halcyra::virtual_kinect {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Stays one line whatever the message quotes.
-void say(std::string message) {
-  for (char& c : message) {
-    const auto code = static_cast<unsigned char>(c);
-    if (code < 0x20 || code == 0x7F) c = '?';
-  }
-  std::cerr << "virtual Kinect: " + message + "\n" << std::flush;
-}
 
 // What is wrong with the value, or an empty string.
 std::string value_fault(const std::string& value) {
@@ -43,13 +34,13 @@ std::optional<Scene> find_scene() {
   }
   std::string fault = value_fault(value);
   if (!fault.empty()) {
-    say("VIRTUAL_KINECT is \"" + value + "\": " + fault);
+    complain("VIRTUAL_KINECT is \"" + value + "\": " + fault);
     return std::nullopt;
   }
   const fs::path recording = value;
   DeviceSettings settings;
   if (!read_device_settings(recording / "device.yml", settings, fault)) {
-    say(fault);
+    complain(fault);
     return std::nullopt;
   }
   return Scene{settings, [recording, settings] { return open_recording(recording, settings); }};

@@ -1,4 +1,4 @@
-// Finds out from the environment which sensor there is.
+// Reads from the environment which sensor there is.
 #pragma once
 
 #include <functional>

@@ -10,9 +10,9 @@ using libfreenect2::FrameListener;
 
 namespace {
 
-// Half a second before the numbers run over at 30 sets a second.
-constexpr std::uint32_t kLastSequences = 0U - 15U;
-constexpr std::uint32_t kLastTimestamps = 0U - 4000U;
+// At 30 sets a second, both overflow half a second later.
+constexpr std::uint32_t kSequenceNearOverflow = 0U - 15U;
+constexpr std::uint32_t kTimestampNearOverflow = 0U - 4000U;
 
 DeliverySettings delivery_settings(const DeviceSettings& device) {
   DeliverySettings delivery;
@@ -21,8 +21,8 @@ DeliverySettings delivery_settings(const DeviceSettings& device) {
   delivery.lost_percent = device.lost_percent;
   delivery.damaged_percent = device.damaged_percent;
   if (device.counters_wrap) {
-    delivery.first_sequence = kLastSequences;
-    delivery.first_timestamp = kLastTimestamps;
+    delivery.first_sequence = kSequenceNearOverflow;
+    delivery.first_timestamp = kTimestampNearOverflow;
   }
   return delivery;
 }

@@ -15,7 +15,7 @@ namespace halcyra::virtual_kinect {
 
 class VirtualDevice final : public libfreenect2::Freenect2Device {
  public:
-  // `open_source` is called for each start, and `forget` when the device is destroyed.
+  // Calls `open_source` at each start, and `forget` when the device is destroyed.
   VirtualDevice(DeviceSettings settings, std::function<FrameSource()> open_source,
                 std::function<void(VirtualDevice*)> forget);
   ~VirtualDevice() override;
@@ -28,13 +28,13 @@ class VirtualDevice final : public libfreenect2::Freenect2Device {
   void setColorFrameListener(libfreenect2::FrameListener* listener) override;
   void setIrAndDepthFrameListener(libfreenect2::FrameListener* listener) override;
 
-  // False when the device is closed or streams already.
+  // False when the device is closed or streams already, and when the settings say so.
   bool start() override;
   bool startStreams(bool rgb, bool depth) override;
-  // Ends the streams. False when there are none, when the settings want it so, and when the device
+  // Ends the streams. False when there are none, when the settings say so, and when the device
   // counts as unplugged.
   bool stop() override;
-  // False only when the settings want it so; the device is closed all the same.
+  // False only when the settings say so; the device is closed all the same.
   bool close() override;
 
  private:

@@ -6,7 +6,7 @@
 
 #include <opencv2/core/persistence.hpp>
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 // OpenCV lowers every stage's threshold by this much when it loads a cascade.
@@ -126,4 +126,4 @@ std::optional<StumpCascade> read_stump_cascade(const std::string& path) {
   return cascade;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -6,7 +6,7 @@
 
 #include "face_pipeline/haar/stump_cascade.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // The cascade in an XML or YAML file of the layout "opencv-cascade-classifier". Nothing for every
 // other file and for cascades that our search does not cover: trees with several nodes, tilted
@@ -14,4 +14,4 @@ namespace halcyra {
 // that a sum over one would not be exact in single precision.
 std::optional<StumpCascade> read_stump_cascade(const std::string& path);
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -11,7 +11,7 @@
 #include "face_pipeline/haar/mirrored_cascade.hpp"
 #include "face_pipeline/haar/window_scan.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 // A task is about this many windows: enough to fill the vectors of the later stages, few enough for
@@ -155,4 +155,4 @@ std::vector<cv::Rect> CascadeSearch::operator()(ImagePyramid& pyramid,
   return found;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

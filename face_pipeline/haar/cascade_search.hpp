@@ -13,7 +13,7 @@
 #include "face_pipeline/haar/scan_scratch.hpp"
 #include "face_pipeline/haar/stump_cascade.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 enum class Facing {
   kAsIs,
@@ -55,4 +55,4 @@ class CascadeSearch {
   ScratchPool scratch_;
 };
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstddef>
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // The steps of OpenCV 4.6's computation and their roundings: the scale is the inverse of an
 // inverse.
@@ -37,4 +37,4 @@ bool resize_mirrors_exactly(int source, int scaled) {
   return true;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // For each of `scaled` pixels of a line, where in a line of `source` pixels its value is read, in
 // 1/256 of a pixel: between two pixels, their values are weighted with the remaining fractions.
@@ -14,4 +14,4 @@ std::vector<int> resize_positions(int source, int scaled);
 // complement.
 bool resize_mirrors_exactly(int source, int scaled);
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

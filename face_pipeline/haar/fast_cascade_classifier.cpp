@@ -8,7 +8,7 @@
 #include "face_pipeline/haar/exact_resize.hpp"
 #include "face_pipeline/haar/search_scales.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 // How much hits of one object may differ, as part of their size; OpenCV's own choice.
@@ -151,4 +151,4 @@ FastCascadeClassifier* fast_cascade(const cv::CascadeClassifier& classifier) {
   return dynamic_cast<FastCascadeClassifier*>(classifier.cc.get());
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

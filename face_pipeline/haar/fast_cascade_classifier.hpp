@@ -11,7 +11,7 @@
 #include "face_pipeline/haar/instruction_set.hpp"
 #include "face_pipeline/haar/stump_cascade.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // What cv::CascadeClassifier::detectMultiScale is asked for.
 struct DetectionSettings {
@@ -82,4 +82,4 @@ bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& pat
 // What stands behind the classifier, or null if that is OpenCV's own or nothing.
 FastCascadeClassifier* fast_cascade(const cv::CascadeClassifier& classifier);
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

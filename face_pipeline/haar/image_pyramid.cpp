@@ -7,7 +7,7 @@
 #include <opencv2/core/utility.hpp>
 #include <opencv2/imgproc.hpp>
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 // The search loads whole vectors, up to this many entries beyond the last window it looks at.
@@ -162,4 +162,4 @@ std::vector<const PyramidLayer*> ImagePyramid::layers(const std::vector<float>& 
   return wanted;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

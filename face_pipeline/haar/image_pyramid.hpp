@@ -9,7 +9,7 @@
 
 #include "face_pipeline/haar/pyramid_layer.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // How the planes of a picture's layers are laid out; the same for pictures of the same width.
 PlaneLayout plane_layout(int picture_width);
@@ -38,4 +38,4 @@ class ImagePyramid {
   std::size_t made_ = 0;  // so many of them are of this picture
 };
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

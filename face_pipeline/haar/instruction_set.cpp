@@ -1,6 +1,6 @@
 #include "face_pipeline/haar/instruction_set.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 std::vector<InstructionSet> available_instruction_sets() {
   std::vector<InstructionSet> sets = {InstructionSet::kBaseline};
@@ -16,4 +16,4 @@ std::vector<InstructionSet> available_instruction_sets() {
   return sets;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-namespace halcyra {
+namespace halcyra::haar {
 
 enum class InstructionSet { kBaseline, kAvx2, kAvx512 };
 
@@ -11,4 +11,4 @@ enum class InstructionSet { kBaseline, kAvx2, kAvx512 };
 // baseline is always among them.
 std::vector<InstructionSet> available_instruction_sets();
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

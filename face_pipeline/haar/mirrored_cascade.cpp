@@ -1,6 +1,6 @@
 #include "face_pipeline/haar/mirrored_cascade.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 StumpCascade mirrored(StumpCascade cascade) {
   for (RectFeature& feature : cascade.features) {
@@ -11,4 +11,4 @@ StumpCascade mirrored(StumpCascade cascade) {
   return cascade;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -3,9 +3,9 @@
 
 #include "face_pipeline/haar/stump_cascade.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // Every feature mirrored from left to right; thresholds and votes stay.
 StumpCascade mirrored(StumpCascade cascade);
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -6,7 +6,7 @@
 
 #include <opencv2/core/mat.hpp>
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // Where the column x of an integral image stands in a row of `pitch` entries. Windows of a fine
 // scale start at every other column. There, even columns stand first and odd ones from `odd_start`
@@ -28,4 +28,4 @@ struct PyramidLayer {
   std::vector<std::uint16_t> low_sums;    // `sums` modulo 2^16
 };
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -8,7 +8,7 @@
 #include <map>
 #include <utility>
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 using Corner = std::pair<int, int>;           // x, y
@@ -262,4 +262,4 @@ ScanPlan plan_scan(const StumpCascade& cascade, const PlaneLayout& layout,
   return plan;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -9,7 +9,7 @@
 #include "face_pipeline/haar/scan_records.hpp"
 #include "face_pipeline/haar/stump_cascade.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 struct ScanPlan {
   cv::Size window;
@@ -33,4 +33,4 @@ struct WindowColumns {
 ScanPlan plan_scan(const StumpCascade& cascade, const PlaneLayout& layout,
                    const WindowColumns& columns);
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

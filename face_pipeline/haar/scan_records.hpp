@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // How the corners of a feature's rectangles add up. Rectangles of a feature share corners, and
 // their weights are few, so that most features need fewer entries than their rectangles have
@@ -105,4 +105,4 @@ constexpr std::int32_t kEight = 8;
 // No group of windows is larger, and no scan reads further beyond the last window.
 constexpr std::int32_t kLargestGroup = 32;
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

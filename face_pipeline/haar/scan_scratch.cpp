@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 template <class Value>
@@ -49,4 +49,4 @@ void ScratchPool::give_back(std::unique_ptr<ScanMemory> memory) {
   idle_.push_back(std::move(memory));
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

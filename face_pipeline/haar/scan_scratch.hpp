@@ -9,7 +9,7 @@
 
 #include "face_pipeline/haar/scan_records.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // What one scan at a time writes to.
 class ScanMemory {
@@ -38,4 +38,4 @@ class ScratchPool {
   std::vector<std::unique_ptr<ScanMemory>> idle_;
 };
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -4,7 +4,7 @@
 
 #include <opencv2/core.hpp>
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 // The factor is a double while the series is made and a float afterwards, and the rounding of a
@@ -55,4 +55,4 @@ std::vector<float> search_scales(const cv::Size& picture, const cv::Size& window
   return scales;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

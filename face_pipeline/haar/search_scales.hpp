@@ -5,7 +5,7 @@
 
 #include <opencv2/core/types.hpp>
 
-namespace halcyra {
+namespace halcyra::haar {
 
 struct SizeLimits {
   cv::Size least;
@@ -19,4 +19,4 @@ struct SizeLimits {
 std::vector<float> search_scales(const cv::Size& picture, const cv::Size& window, double step,
                                  const SizeLimits& limits);
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -6,7 +6,7 @@
 
 #include <opencv2/core/types.hpp>
 
-namespace halcyra {
+namespace halcyra::haar {
 
 struct WeightedRect {
   cv::Rect area;  // pixels of the search window
@@ -33,4 +33,4 @@ struct StumpCascade {
   std::vector<CascadeStage> stages;
 };
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

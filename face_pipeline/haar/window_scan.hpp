@@ -3,7 +3,7 @@
 
 #include "face_pipeline/haar/scan_records.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // Afterwards, scratch.waiting[plan.stage_count] holds the windows that pass all stages, in no
 // particular order. All functions find the same; the names say which instructions
@@ -15,4 +15,4 @@ WindowScan scan_windows_baseline;
 WindowScan scan_windows_avx2;
 WindowScan scan_windows_avx512;
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

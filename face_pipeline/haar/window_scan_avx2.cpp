@@ -5,7 +5,7 @@
 #include "face_pipeline/haar/window_scan.hpp"
 #include "face_pipeline/haar/window_scan_loop.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 std::uint32_t bits_of(__m256 mask) { return static_cast<std::uint32_t>(_mm256_movemask_ps(mask)); }
@@ -64,9 +64,9 @@ struct Shorts {
 };
 
 struct Avx2Lanes {
-  using Floats = halcyra::Floats;
-  using Ints = halcyra::Ints;
-  using Shorts = halcyra::Shorts;
+  using Floats = halcyra::haar::Floats;
+  using Ints = halcyra::haar::Ints;
+  using Shorts = halcyra::haar::Shorts;
   static constexpr std::int32_t kLanes = 8;
 
   static __m256i two_of(const void* first, const void* second) {
@@ -118,4 +118,4 @@ void scan_windows_avx2(const PlanView& plan, const LayerView& layer, const Windo
   WindowScanLoop<Avx2Lanes>::run(plan, layer, rows, scratch);
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

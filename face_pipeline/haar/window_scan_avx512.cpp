@@ -5,7 +5,7 @@
 #include "face_pipeline/haar/window_scan.hpp"
 #include "face_pipeline/haar/window_scan_loop.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 struct Floats {
@@ -57,9 +57,9 @@ struct Shorts {
 };
 
 struct Avx512Lanes {
-  using Floats = halcyra::Floats;
-  using Ints = halcyra::Ints;
-  using Shorts = halcyra::Shorts;
+  using Floats = halcyra::haar::Floats;
+  using Ints = halcyra::haar::Ints;
+  using Shorts = halcyra::haar::Shorts;
   static constexpr std::int32_t kLanes = 16;
 
   template <class Value>
@@ -128,4 +128,4 @@ void scan_windows_avx512(const PlanView& plan, const LayerView& layer, const Win
   WindowScanLoop<Avx512Lanes>::run(plan, layer, rows, scratch);
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

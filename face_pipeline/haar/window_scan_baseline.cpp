@@ -4,7 +4,7 @@
 #include "face_pipeline/haar/window_scan.hpp"
 #include "face_pipeline/haar/window_scan_loop.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 // Vectors of 16 bytes, which g++ and clang know on every processor.
@@ -79,9 +79,9 @@ struct Shorts {
 };
 
 struct BaselineLanes {
-  using Floats = halcyra::Floats;
-  using Ints = halcyra::Ints;
-  using Shorts = halcyra::Shorts;
+  using Floats = halcyra::haar::Floats;
+  using Ints = halcyra::haar::Ints;
+  using Shorts = halcyra::haar::Shorts;
   static constexpr std::int32_t kLanes = 4;
 
   // A group is a single eight.
@@ -132,4 +132,4 @@ void scan_windows_baseline(const PlanView& plan, const LayerView& layer, const W
   WindowScanLoop<BaselineLanes>::run(plan, layer, rows, scratch);
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -7,7 +7,7 @@
 
 #include "face_pipeline/haar/scan_records.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // Lanes is a type with the vectors Shorts (2 n lanes), Ints and Floats (n lanes) and the functions
 // used below. A group is 2 n windows: adjacent ones or eights of adjacent ones. Vectors of n lanes
@@ -460,4 +460,4 @@ class WindowScanLoop {
   std::int32_t words_;
 };
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -20,6 +20,7 @@
 
 #include "app/run_state/runtime_status.hpp"
 #include "capture/frame_conversion.hpp"
+#include "tests/support/counted_frame.hpp"
 #include "tests/support/same_pixels.hpp"
 
 namespace halcyra {
@@ -387,15 +388,6 @@ TEST(TakeFrameSet, ReportsATimeoutForStreamsThatHaveNeverDelivered) {
     expect_sentences(result.status, expected);
   }
 }
-
-class CountedFrame final : public Frame {
- public:
-  explicit CountedFrame(std::atomic<int>& alive) : Frame(1, 1, 4), alive_(alive) { ++alive_; }
-  ~CountedFrame() override { --alive_; }
-
- private:
-  std::atomic<int>& alive_;
-};
 
 TEST(ReleaseFrameSet, GivesTheFramesBackSoThatTheNextSetCanCome) {
   KinectSession session = running_session();

@@ -19,7 +19,7 @@ const cv::Scalar kImpactColor(142, 153, 170);
 constexpr int kMargin = 20;
 constexpr int kTop = 10;
 
-// A band of cards of a size; the cards may go on below it for `below` pixels.
+// A band of cards; `below` pixels below it are free for cards too.
 DashboardGeometry band_of(int width, int height, int below = 0) {
   DashboardGeometry geometry = {};
   geometry.margin = kMargin;
@@ -30,14 +30,14 @@ DashboardGeometry band_of(int width, int height, int below = 0) {
   return geometry;
 }
 
-// A band whose cards, in 3 columns and 3 rows, have exactly this size.
+// A band for 3 columns and 3 rows of cards of exactly this size.
 DashboardGeometry band_for_card(int width, int height) {
   return band_of(3 * width + 16, 3 * height + 16);
 }
 
 cv::Mat canvas() { return expected::canvas(1400, 560); }
 
-// Nine cards, all but the first empty of text.
+// Nine cards; all but the first have no text.
 cv::Mat drawn(const DashboardGeometry& geometry, const StatusCard& first = {}) {
   const FontScaleSetting setting(1.1);
   std::vector<StatusCard> cards(9);
@@ -47,20 +47,20 @@ cv::Mat drawn(const DashboardGeometry& geometry, const StatusCard& first = {}) {
   return actual;
 }
 
-bool is_compact(cv::Size card) { return card.height < 86 || card.width < 230; }
+enum class Form { kCompact, kFull };
 
 // Frame and dot of a card.
-void card_frame(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& state_color) {
-  const bool compact = is_compact(rect.size());
+void card_frame(cv::Mat& canvas, const cv::Rect& rect, Form form, const cv::Scalar& state_color) {
+  const bool compact = form == Form::kCompact;
   expected::smooth_box(canvas, rect, {29, 35, 45}, {52, 62, 76});
   cv::circle(canvas, {rect.x + 14, rect.y + (compact ? 19 : 23)}, compact ? 4 : 6, state_color,
              cv::FILLED, cv::LINE_AA);
 }
 
-// A card without texts. On a full one the impact's heading stands all the same.
-void empty_card(cv::Mat& canvas, const cv::Rect& rect) {
-  card_frame(canvas, rect, kRed);
-  if (is_compact(rect.size())) return;
+// A card without texts. A full one still shows the word before its impact.
+void empty_card(cv::Mat& canvas, const cv::Rect& rect, Form form) {
+  card_frame(canvas, rect, form, kRed);
+  if (form == Form::kCompact) return;
   expected::text(canvas, "Impact:", {rect.x + 14, rect.y + 52}, 0.34, kImpactColor);
 }
 
@@ -68,15 +68,15 @@ cv::Rect place(int column, int row, cv::Size card) {
   return {{kMargin + column * (card.width + 8), kTop + row * (card.height + 8)}, card};
 }
 
-cv::Mat canvas_with_first_card(cv::Size card, const cv::Scalar& state_color) {
+cv::Mat canvas_with_first_card(cv::Size card, Form form, const cv::Scalar& state_color) {
   cv::Mat grid = canvas();
-  card_frame(grid, place(0, 0, card), state_color);
+  card_frame(grid, place(0, 0, card), form, state_color);
   return grid;
 }
 
-// The cards that are drawn after the first one, over what stands out of it.
-void other_cards(cv::Mat& canvas, cv::Size card) {
-  for (int i = 1; i < 9; ++i) empty_card(canvas, place(i % 3, i / 3, card));
+// The cards after the first one. They cover text that sticks out of it.
+void other_cards(cv::Mat& canvas, cv::Size card, Form form) {
+  for (int i = 1; i < 9; ++i) empty_card(canvas, place(i % 3, i / 3, card), form);
 }
 
 struct GridCase {
@@ -85,6 +85,7 @@ struct GridCase {
   int columns;
   cv::Size card;
   std::vector<int> row_heights;
+  Form form = Form::kCompact;
 };
 
 class CardGrid : public ::testing::TestWithParam<GridCase> {};
@@ -98,7 +99,7 @@ TEST_P(CardGrid, FillsTheBandRowByRow) {
     const int row = i / given.columns;
     cv::Rect card = place(i % given.columns, row, given.card);
     card.height = given.row_heights[static_cast<std::size_t>(row)];
-    empty_card(expected, card);
+    empty_card(expected, card, given.form);
   }
   const DashboardGeometry band = band_of(given.band.width, given.band.height, given.below);
   EXPECT_TRUE(same_pixels(drawn(band), expected));
@@ -111,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(
         GridCase{{430, 166}, 0, 3, {138, 50}, {50, 50, 50}},
         GridCase{{474, 98}, 0, 3, {152, 27}, {27, 27, 27}},
         GridCase{{935, 166}, 0, 3, {306, 50}, {50, 50, 50}},
-        GridCase{{1341, 442}, 0, 3, {441, 142}, {142, 142, 142}},
+        GridCase{{1341, 442}, 0, 3, {441, 142}, {142, 142, 142}, Form::kFull},
         // A fourth row of at least 24 would begin at 106; the band ends at 124, 125, 126 and 129.
         GridCase{{429, 114}, 0, 2, {210, 24}, {24, 24, 24}},
         GridCase{{429, 115}, 0, 2, {210, 24}, {24, 24, 24}},
@@ -138,7 +139,7 @@ class CompactCard : public ::testing::TestWithParam<CompactCase> {};
 
 TEST_P(CompactCard, WritesHeadAndDetail) {
   const CompactCase& given = GetParam();
-  cv::Mat expected = canvas_with_first_card(given.card, kRed);
+  cv::Mat expected = canvas_with_first_card(given.card, Form::kCompact, kRed);
   const FontScaleSetting setting(1.1);
   expected::text(expected, "Skeleton Tracki...", {44, 34}, 0.36, kTitleColor);
   expected::text(expected, "unavaila...", {20 + given.state_x, 34}, 0.34, kRed);
@@ -147,7 +148,7 @@ TEST_P(CompactCard, WritesHeadAndDetail) {
     expected::text(expected, line, {32, y}, 0.3, kDetailColor);
     y += 15;
   }
-  other_cards(expected, given.card);
+  other_cards(expected, given.card, Form::kCompact);
   const DashboardGeometry band = band_for_card(given.card.width, given.card.height);
   EXPECT_TRUE(same_pixels(drawn(band, kTalkative), expected));
 }
@@ -179,7 +180,7 @@ class FullCard : public ::testing::TestWithParam<FullCase> {};
 
 TEST_P(FullCard, WritesHeadDetailAndImpact) {
   const FullCase& given = GetParam();
-  cv::Mat expected = canvas_with_first_card(given.card, kRed);
+  cv::Mat expected = canvas_with_first_card(given.card, Form::kFull, kRed);
   const FontScaleSetting setting(1.1);
   expected::text(expected, "Skeleton Tracking and...", {54, 38}, 0.48, kTitleColor);
   expected::text(expected, "unavaila...", {20 + given.state_x, 38}, 0.46, kRed);
@@ -195,7 +196,7 @@ TEST_P(FullCard, WritesHeadDetailAndImpact) {
   }
   StatusCard card = kTalkative;
   card.detail = given.detail;
-  other_cards(expected, given.card);
+  other_cards(expected, given.card, Form::kFull);
   const DashboardGeometry band = band_for_card(given.card.width, given.card.height);
   EXPECT_TRUE(same_pixels(drawn(band, card), expected));
 }
@@ -209,7 +210,7 @@ Lines first_of(const Lines& lines, std::ptrdiff_t count) {
   return {lines.begin(), lines.begin() + count};
 }
 
-// The impact is left out from 32 pixels above the card's bottom on.
+// The impact is left out when its first baseline is 32 pixels or less above the bottom of the card.
 INSTANTIATE_TEST_SUITE_P(
     Cards, FullCard,
     ::testing::Values(
@@ -233,30 +234,30 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Card, CutsAWordThatIsLongerThanItsLine) {
   StatusCard card;
   card.detail = std::string(22, 'm') + " " + std::string(23, 'n');
-  cv::Mat expected = canvas_with_first_card({179, 78}, kRed);
+  cv::Mat expected = canvas_with_first_card({179, 78}, Form::kCompact, kRed);
   const FontScaleSetting setting(1.1);
   expected::text(expected, std::string(22, 'm'), {32, 53}, 0.3, kDetailColor);
   expected::text(expected, std::string(19, 'n') + "...", {32, 68}, 0.3, kDetailColor);
-  other_cards(expected, {179, 78});
+  other_cards(expected, {179, 78}, Form::kCompact);
   EXPECT_TRUE(same_pixels(drawn(band_for_card(179, 78), card), expected));
 }
 
 TEST(Card, GivesTheImpactTwoCharactersMoreThanTheDetail) {
-  // 20 for the detail of a card of this width.
+  // The detail of a card of this width has 20 characters a line.
   const std::vector<std::pair<std::string, Lines>> impacts = {
       {"fourteen-chars", {"Impact: fourteen-chars"}},
       {"fifteen-letters", {"Impact:", "fifteen-letters"}}};
   for (const auto& [impact, lines] : impacts) {
     StatusCard card;
     card.impact = impact;
-    cv::Mat expected = canvas_with_first_card({230, 153}, kRed);
+    cv::Mat expected = canvas_with_first_card({230, 153}, Form::kFull, kRed);
     const FontScaleSetting setting(1.1);
     int y = 62;
     for (const std::string& line : lines) {
       expected::text(expected, line, {34, y}, 0.34, kImpactColor);
       y += 16;
     }
-    other_cards(expected, {230, 153});
+    other_cards(expected, {230, 153}, Form::kFull);
     EXPECT_TRUE(same_pixels(drawn(band_for_card(230, 153), card), expected)) << impact;
   }
 }
@@ -264,26 +265,26 @@ TEST(Card, GivesTheImpactTwoCharactersMoreThanTheDetail) {
 TEST(Card, ShowsItsStateInColour) {
   StatusCard card;
   card.state = "OK";
-  cv::Mat expected = canvas_with_first_card({152, 27}, kGreen);
+  cv::Mat expected = canvas_with_first_card({152, 27}, Form::kCompact, kGreen);
   const FontScaleSetting setting(1.1);
   expected::text(expected, "OK", {112, 34}, 0.34, kGreen);
-  other_cards(expected, {152, 27});
+  other_cards(expected, {152, 27}, Form::kCompact);
   EXPECT_TRUE(same_pixels(drawn(band_for_card(152, 27), card), expected));
 }
 
-TEST(Card, LeavesWordsOfJustTheLengthWhole) {
+TEST(Card, DoesNotCutWordsThatJustFit) {
   StatusCard card;
   card.title = "eighteen charac...";
   card.state = "unavailable";
-  cv::Mat expected = canvas_with_first_card({152, 27}, kRed);
+  cv::Mat expected = canvas_with_first_card({152, 27}, Form::kCompact, kRed);
   const FontScaleSetting setting(1.1);
   expected::text(expected, "eighteen charac...", {44, 34}, 0.36, kTitleColor);
   expected::text(expected, "unavailable", {112, 34}, 0.34, kRed);
-  other_cards(expected, {152, 27});
+  other_cards(expected, {152, 27}, Form::kCompact);
   EXPECT_TRUE(same_pixels(drawn(band_for_card(152, 27), card), expected));
 }
 
-TEST(Card, IsCompactWhenOnlyTheLastRowIsLow) {
+TEST(Card, IsCompactInALowLastRowOnly) {
   // Rows of 100 pixels, the third cut to 85 by the bottom.
   DashboardGeometry band = band_for_card(240, 100);
   band.bottom = kTop + 2 * 108 + 85;
@@ -291,8 +292,12 @@ TEST(Card, IsCompactWhenOnlyTheLastRowIsLow) {
   const FontScaleSetting setting(1.1);
   for (int i = 0; i < 9; ++i) {
     cv::Rect card = place(i % 3, i / 3, {240, 100});
-    if (i >= 6) card.height = 85;
-    empty_card(expected, card);
+    if (i < 6) {
+      empty_card(expected, card, Form::kFull);
+    } else {
+      card.height = 85;
+      empty_card(expected, card, Form::kCompact);
+    }
   }
   EXPECT_TRUE(same_pixels(drawn(band), expected));
 }

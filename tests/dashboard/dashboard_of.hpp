@@ -1,4 +1,4 @@
-// The dashboard's geometry for a canvas of a size.
+// The geometry of the dashboard on a canvas of the given size.
 #pragma once
 
 #include "dashboard/dashboard_geometry.hpp"

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "dashboard/card_grid.hpp"
-#include "dashboard/event_panel.hpp"
 #include "dashboard/footer.hpp"
 #include "dashboard/header.hpp"
 #include "dashboard/preview.hpp"
@@ -40,14 +39,7 @@ TestScene lively_scene(int width, int height) {
   return scene;
 }
 
-cv::Mat drawn(const TestScene& scene) {
-  cv::Mat canvas;
-  draw_dashboard(canvas, scene.color, scene.infrared, scene.depth, scene.status, scene.options,
-                 scene.faces);
-  return canvas;
-}
-
-// All parts, which have tests of their own, on the dashboard's ground.
+// All parts drawn on the background. Each part has its own tests.
 cv::Mat assembled(const TestScene& scene) {
   const DashboardGeometry geometry = dashboard_geometry(scene.options);
   cv::Mat canvas(geometry.height, geometry.width, CV_8UC3, cv::Scalar(14, 18, 25));
@@ -65,66 +57,64 @@ TEST(DrawDashboard, PutsAllPartsOnOneCanvas) {
   for (const char* view : kViews) {
     TestScene scene = lively_scene(1120, 620);
     scene.options.view = view;
-    EXPECT_TRUE(same_pixels(drawn(scene), assembled(scene))) << view;
+    EXPECT_TRUE(same_pixels(dashboard_showing(scene), assembled(scene))) << view;
   }
 }
 
-TEST(DrawDashboard, TakesNoViewAsTheCombinedOne) {
+TEST(DrawDashboard, TreatsAnEmptyViewAsCombo) {
   TestScene scene = lively_scene(800, 480);
   scene.options.view = "combo";
-  const cv::Mat combined = drawn(scene);
+  const cv::Mat combined = dashboard_showing(scene);
   scene.options.view = "";
-  EXPECT_TRUE(same_pixels(drawn(scene), combined));
+  EXPECT_TRUE(same_pixels(dashboard_showing(scene), combined));
 }
 
-TEST(DrawDashboard, IsNeverSmallerThanItsLayoutNeeds) {
-  EXPECT_EQ(drawn(lively_scene(640, 360)).size(), cv::Size(800, 480));
-  EXPECT_EQ(drawn(lively_scene(0, 0)).size(), cv::Size(800, 480));
-  EXPECT_EQ(drawn(lively_scene(640, 600)).size(), cv::Size(800, 600));
-  EXPECT_EQ(drawn(lively_scene(1000, 360)).size(), cv::Size(1000, 480));
-  EXPECT_EQ(drawn(lively_scene(801, 481)).size(), cv::Size(801, 481));
-  EXPECT_EQ(drawn(lively_scene(640, 360)).type(), CV_8UC3);
+TEST(DrawDashboard, IsAtLeast800By480) {
+  EXPECT_EQ(dashboard_showing(lively_scene(640, 360)).size(), cv::Size(800, 480));
+  EXPECT_EQ(dashboard_showing(lively_scene(0, 0)).size(), cv::Size(800, 480));
+  EXPECT_EQ(dashboard_showing(lively_scene(640, 600)).size(), cv::Size(800, 600));
+  EXPECT_EQ(dashboard_showing(lively_scene(1000, 360)).size(), cv::Size(1000, 480));
+  EXPECT_EQ(dashboard_showing(lively_scene(801, 481)).size(), cv::Size(801, 481));
+  EXPECT_EQ(dashboard_showing(lively_scene(640, 360)).type(), CV_8UC3);
 }
 
-TEST(DrawDashboard, HasItsGroundColourBetweenTheParts) {
-  const cv::Mat canvas = drawn(lively_scene(1440, 810));
-  const cv::Mat ground(300, 12, CV_8UC3, cv::Scalar(14, 18, 25));
-  EXPECT_TRUE(same_pixels(canvas(cv::Rect(4, 100, 12, 300)), ground));
-  EXPECT_TRUE(same_pixels(canvas(cv::Rect(959, 100, 12, 300)), ground));
+TEST(DrawDashboard, ShowsTheBackgroundBetweenTheParts) {
+  const cv::Mat canvas = dashboard_showing(lively_scene(1440, 810));
+  const cv::Mat background(300, 12, CV_8UC3, cv::Scalar(14, 18, 25));
+  EXPECT_TRUE(same_pixels(canvas(cv::Rect(4, 100, 12, 300)), background));
+  EXPECT_TRUE(same_pixels(canvas(cv::Rect(959, 100, 12, 300)), background));
 }
 
-TEST(DrawDashboard, ReplacesTheCanvas) {
+TEST(DrawDashboard, DoesNotTouchACanvasThatSomebodyElseHolds) {
   const TestScene scene = lively_scene(800, 480);
   const cv::Mat before = expected::canvas(800, 480);
   cv::Mat canvas = before;
-  draw_dashboard(canvas, scene.color, scene.infrared, scene.depth, scene.status, scene.options,
-                 scene.faces);
+  draw_scene(canvas, scene);
   EXPECT_TRUE(same_pixels(before, expected::canvas(800, 480)));
-  EXPECT_TRUE(same_pixels(canvas, drawn(scene)));
+  EXPECT_TRUE(same_pixels(canvas, dashboard_showing(scene)));
 }
 
-TEST(DrawDashboard, PaintsOverACanvasThatNobodyElseHolds) {
+TEST(DrawDashboard, ReusesTheMemoryOfACanvasThatNobodyElseHolds) {
   const TestScene scene = lively_scene(800, 480);
   cv::Mat canvas(480, 800, CV_8UC3, cv::Scalar::all(255));
   const unsigned char* pixels = canvas.data;
-  draw_dashboard(canvas, scene.color, scene.infrared, scene.depth, scene.status, scene.options,
-                 scene.faces);
+  draw_scene(canvas, scene);
   EXPECT_EQ(canvas.data, pixels);
-  EXPECT_TRUE(same_pixels(canvas, drawn(scene)));
+  EXPECT_TRUE(same_pixels(canvas, dashboard_showing(scene)));
 }
 
-TEST(DrawDashboard, KeepsNothingFromOnePictureToTheNext) {
+TEST(DrawDashboard, KeepsNoStateBetweenPictures) {
   const TestScene scene = lively_scene(1120, 620);
-  const cv::Mat first = drawn(scene);
+  const cv::Mat first = dashboard_showing(scene);
   TestScene other = lively_scene(800, 480);
   other.options.view = "follow";
   other.options.debug = true;
   other.faces.resize(1);
-  drawn(other);
-  EXPECT_TRUE(same_pixels(drawn(scene), first));
+  dashboard_showing(other);
+  EXPECT_TRUE(same_pixels(dashboard_showing(scene), first));
 }
 
-TEST(DrawDashboard, LeavesItsInputsAsTheyAre) {
+TEST(DrawDashboard, DoesNotChangeItsInputs) {
   const TestScene scene = lively_scene(800, 480);
   const cv::Mat color = scene.color.clone();
   const cv::Mat infrared = scene.infrared.clone();
@@ -133,7 +123,7 @@ TEST(DrawDashboard, LeavesItsInputsAsTheyAre) {
   for (const char* view : kViews) {
     TestScene shown = scene;
     shown.options.view = view;
-    drawn(shown);
+    dashboard_showing(shown);
     EXPECT_TRUE(same_pixels(scene.color, color)) << view;
     EXPECT_TRUE(same_pixels(scene.infrared, infrared)) << view;
     EXPECT_TRUE(same_pixels(scene.depth, depth)) << view;
@@ -145,9 +135,9 @@ TEST(DrawDashboard, DrawsWithNothingToShow) {
   TestScene scene;
   scene.options.width = 1440;
   scene.options.height = 810;
-  for (const char* view : {"rgb", "ir", "depth", "skeletal", "combo", "room_overview", "follow"}) {
+  for (const char* view : kViews) {
     scene.options.view = view;
-    EXPECT_TRUE(same_pixels(drawn(scene), assembled(scene))) << view;
+    EXPECT_TRUE(same_pixels(dashboard_showing(scene), assembled(scene))) << view;
   }
 }
 

@@ -1,7 +1,5 @@
 #include "tests/dashboard/expected_drawing.hpp"
 
-#include <cmath>
-
 #include <opencv2/imgproc.hpp>
 
 #include "dashboard/font_scale.hpp"
@@ -9,7 +7,7 @@
 namespace halcyra::expected {
 
 cv::Mat canvas(int width, int height) {
-  // Several times faster than to fill all rows, which is what most tests spend their time with.
+  // Several times faster than filling every row; most tests spend their time here.
   const cv::Mat row(1, width, CV_8UC3, cv::Scalar(77, 88, 99));
   return cv::repeat(row, height, 1);
 }
@@ -27,11 +25,9 @@ cv::Mat picture(int width, int height) {
 }
 
 void text(cv::Mat& canvas, const std::string& text, cv::Point origin, double scale,
-          const cv::Scalar& color, int thickness) {
-  const double growth = 0.85 * g_font_scale;
-  const long stroke = std::lround(growth > 1.0 ? thickness * growth : thickness);
-  cv::putText(canvas, text, origin, cv::FONT_HERSHEY_SIMPLEX, scale * g_font_scale, color,
-              stroke < 1 ? 1 : static_cast<int>(stroke), cv::LINE_AA);
+          const cv::Scalar& color, int stroke) {
+  cv::putText(canvas, text, origin, cv::FONT_HERSHEY_SIMPLEX, scale * g_font_scale, color, stroke,
+              cv::LINE_AA);
 }
 
 void fill(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& color, int line_type) {

@@ -23,6 +23,7 @@ struct FooterCase {
   cv::Rect band;
   double scale;
   std::vector<std::string> lines;
+  int stroke = 1;
 };
 
 class Footer : public ::testing::TestWithParam<FooterCase> {};
@@ -37,7 +38,7 @@ TEST_P(Footer, WritesTheSafetySentenceOnItsBand) {
   expected::fill(expected, given.band, {34, 31, 20}, cv::LINE_8);
   cv::Point baseline(given.band.x + 10, given.band.y + 19);
   for (const std::string& line : given.lines) {
-    expected::text(expected, line, baseline, given.scale, {92, 206, 245});
+    expected::text(expected, line, baseline, given.scale, {92, 206, 245}, given.stroke);
     baseline.y += 15;
   }
   EXPECT_TRUE(same_pixels(actual, expected));
@@ -54,9 +55,9 @@ INSTANTIATE_TEST_SUITE_P(
                       FooterCase{{1440, 810}, 1.1, {21, 758, 1398, 42}, 0.34, {kLong}},
                       FooterCase{{1920, 1080}, 1.35, {28, 1024, 1864, 42}, 0.34, {kLong}}));
 
-// With large text the sentence is wrapped, at 3.57 pixels a character and scale: 1096 pixels are
-// left for its 133 characters on the narrowest canvas that has it. What the line budget then cuts
-// off lies beyond the canvas's edge.
+// Large text wraps the sentence. A character counts as 3.57 pixels times the font scale, and the
+// narrowest canvas with the long sentence has 1096 pixels for its 133 characters. What the line
+// budget cuts off lies beyond the edge of the canvas.
 const std::string kFirstLine =
     "Safety: Skeleton/audio/face signals guide attention only. Recognition is not security-grade. "
     "Unknown voice may converse, not";
@@ -64,11 +65,11 @@ const std::string kFirstLine =
 INSTANTIATE_TEST_SUITE_P(
     LargeText, Footer,
     ::testing::Values(
-        FooterCase{{1150, 800}, 2.308, {17, 751, 1116, 41}, 0.34, {kLong}},  // 133.02
-        FooterCase{{1150, 800}, 2.309, {17, 751, 1116, 41}, 0.34, {kFirstLine, "control."}},
-        FooterCase{{1150, 770}, 2.4, {17, 722, 1116, 40}, 0.34, {kFirstLine, "control."}},
-        FooterCase{{1150, 769}, 2.4, {17, 722, 1116, 39}, 0.34, {kFirstLine}},
-        FooterCase{{1150, 619}, 2.4, {17, 579, 1116, 32}, 0.28, {kLong}}));  // 155 characters
+        FooterCase{{1150, 800}, 2.308, {17, 751, 1116, 41}, 0.34, {kLong}, 2},  // 133.02
+        FooterCase{{1150, 800}, 2.309, {17, 751, 1116, 41}, 0.34, {kFirstLine, "control."}, 2},
+        FooterCase{{1150, 770}, 2.4, {17, 722, 1116, 40}, 0.34, {kFirstLine, "control."}, 2},
+        FooterCase{{1150, 769}, 2.4, {17, 722, 1116, 39}, 0.34, {kFirstLine}, 2},
+        FooterCase{{1150, 619}, 2.4, {17, 579, 1116, 32}, 0.28, {kLong}, 2}));  // 155 characters
 
 }  // namespace
 }  // namespace halcyra

@@ -16,7 +16,7 @@ const cv::Scalar kKeyColor(128, 142, 160);
 const cv::Scalar kValueColor(225, 232, 242);
 const cv::Scalar kNoticeColor(142, 153, 170);
 
-// Alphabet soup longer than any line.
+// Longer than any line.
 const std::string kLongText =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789abcdefghijklmnopqrstuvwxyz";
 
@@ -85,6 +85,7 @@ struct PanelCase {
   cv::Rect rect;
   cv::Rect content;
   int line_height;
+  int stroke = 1;  // of the title
 };
 
 class DrawPanel : public ::testing::TestWithParam<PanelCase> {};
@@ -107,11 +108,12 @@ TEST_P(DrawPanel, DrawsFrameAndTitle) {
   cv::Mat actual = expected::canvas(1100, 700);
   drawPanel(actual, given.rect, "A TITLE THAT GOES ON", 0.4);
 
-  // The content begins 22 pixels below the title's top, the title's baseline lies 17 below it.
+  // The content begins 22 pixels below the top of the title, and the baseline of the title is 17
+  // pixels below that top.
   cv::Mat expected = expected::canvas(1100, 700);
   expected::smooth_box(expected, given.rect, {22, 28, 38}, {52, 64, 80});
   expected::text(expected, "A TITLE THAT GOES ON", {given.content.x, given.content.y - 22 + 17},
-                 0.4, {222, 230, 240});
+                 0.4, {222, 230, 240}, given.stroke);
   EXPECT_TRUE(same_pixels(actual, expected));
 }
 
@@ -124,8 +126,8 @@ INSTANTIATE_TEST_SUITE_P(
         PanelCase{0.9, {10, 20, 300, 300}, {21, 53, 278, 256}, 16},   // 10.5 and 16.2
         PanelCase{1.25, {10, 20, 328, 640}, {21, 53, 306, 596}, 23},  // 11.48 and 22.5
         PanelCase{1.2499, {10, 20, 328, 640}, {21, 53, 306, 596}, 22},
-        PanelCase{1.35, {10, 20, 640, 386}, {24, 56, 612, 336}, 24},  // 13.51 and 24.3
-        PanelCase{2.0, {10, 20, 1000, 600}, {24, 56, 972, 550}, 24},  // 21 and 36
+        PanelCase{1.35, {10, 20, 640, 386}, {24, 56, 612, 336}, 24},     // 13.51 and 24.3
+        PanelCase{2.0, {10, 20, 1000, 600}, {24, 56, 972, 550}, 24, 2},  // 21 and 36
         PanelCase{1.0, {10, 20, 17, 39}, {18, 50, 1, 1}, 18},
         PanelCase{1.0, {10, 20, 9, 5}, {18, 50, 1, 1}, 18}));
 
@@ -145,6 +147,7 @@ struct LineCase {
   double scale;
   int content_width;
   std::size_t budget;
+  int stroke = 1;
 };
 
 class DrawTextLine : public ::testing::TestWithParam<LineCase> {};
@@ -157,16 +160,17 @@ TEST_P(DrawTextLine, CutsTheTextToItsBudget) {
   EXPECT_TRUE(drawTextLine(actual, cursor, kLongText, given.scale, kColor, 1));
 
   cv::Mat expected = expected::canvas(700, 100);
-  expected::text(expected, cut_to(given.budget), {15, 30}, given.scale, kColor);
+  expected::text(expected, cut_to(given.budget), {15, 30}, given.scale, kColor, given.stroke);
   EXPECT_TRUE(same_pixels(actual, expected));
 }
 
 INSTANTIATE_TEST_SUITE_P(PanelDrawing, DrawTextLine,
                          ::testing::Values(LineCase{1.0, 1.0, 109, 9}, LineCase{1.0, 1.0, 110, 10},
-                                           LineCase{2.0, 0.5, 111, 10}, LineCase{1.0, 0.3, 119, 19},
-                                           LineCase{1.0, 0.3, 120, 20}, LineCase{1.0, 0.3, 48, 8},
-                                           LineCase{1.0, 0.3, 20, 8}, LineCase{1.0, 2.0, 150, 8},
-                                           LineCase{2.0, 0.3, 400, 60}));
+                                           LineCase{2.0, 0.5, 111, 10, 2},
+                                           LineCase{1.0, 0.3, 119, 19}, LineCase{1.0, 0.3, 120, 20},
+                                           LineCase{1.0, 0.3, 48, 8}, LineCase{1.0, 0.3, 20, 8},
+                                           LineCase{1.0, 2.0, 150, 8},
+                                           LineCase{2.0, 0.3, 400, 60, 2}));
 
 TEST(DrawTextLine, WritesAShortTextWholeAndStepsDown) {
   const FontScaleSetting setting(1.0);

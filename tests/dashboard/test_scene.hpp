@@ -1,4 +1,4 @@
-// The inputs of one dashboard picture, to be changed by a test before it draws.
+// The inputs of one dashboard picture, for a test to change before it draws.
 #pragma once
 
 #include <string>
@@ -8,6 +8,7 @@
 #include "app/run_state/runtime_status.hpp"
 #include "app/run_state/views.hpp"
 #include "dashboard/dashboard_scene.hpp"
+#include "dashboard/draw_dashboard.hpp"
 #include "face_pipeline/face_info.hpp"
 
 namespace halcyra {
@@ -20,12 +21,25 @@ struct TestScene {
   Options options;
   std::vector<FaceInfo> faces;
 
-  // What the dashboard's parts get to see; refers to this record.
+  // What the parts of the dashboard get. Refers to this record.
   DashboardScene shown() const {
     return {color, infrared, depth, status, options, faces, options.view, view_label(options.view)};
   }
 };
 
+// Draws on `canvas` as the program does, with the current font scale.
+inline void draw_scene(cv::Mat& canvas, const TestScene& scene) {
+  draw_dashboard(canvas, scene.color, scene.infrared, scene.depth, scene.status, scene.options,
+                 scene.faces);
+}
+
+inline cv::Mat dashboard_showing(const TestScene& scene) {
+  cv::Mat canvas;
+  draw_scene(canvas, scene);
+  return canvas;
+}
+
+// A face with an accepted picture of an unknown person.
 inline FaceInfo test_face(int person_id, const cv::Rect& box, const cv::Scalar& color) {
   FaceInfo face;
   face.person_id = person_id;

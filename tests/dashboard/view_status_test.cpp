@@ -13,7 +13,7 @@ namespace {
 const cv::Scalar kColor(96, 110, 130);
 const cv::Scalar kDetailColor(170, 182, 198);
 
-// Where the rules put heading and detail on a card of a size, from its top left corner.
+// Where heading and detail of a card are, counted from its top left corner.
 struct Layout {
   cv::Size size;
   int left;
@@ -85,8 +85,8 @@ INSTANTIATE_TEST_SUITE_P(
         Wrapping{274, "twenty characters ok abcd", {"twenty characters ok", "abcd"}},  // 24.9
         Wrapping{275, "twenty characters ok abcd", {"twenty characters ok abcd"}}));
 
-// The detail lines of a card of the height when it has more of them than fit; one per word.
-std::size_t lines_on_card(int height) {
+// How many lines a card of this height shows of a detail that has more than fit, one word per line.
+std::size_t lines_on_card(int height, int heading_baseline) {
   const FontScaleSetting setting(1.0);
   const cv::Rect card(0, 0, 200, height);
   const std::string word = "a-word-as-long-as-a-line";
@@ -99,7 +99,7 @@ std::size_t lines_on_card(int height) {
   expected::fill(expected, card, {8, 11, 16}, cv::LINE_AA);
   std::size_t lines = 0;
   while (!same_pixels(actual, expected) && lines < 20) {
-    const int y = (height < 165 ? 54 : height / 3) + 34 + 19 * static_cast<int>(lines);
+    const int y = heading_baseline + 34 + 19 * static_cast<int>(lines);
     expected::text(expected, word, {18, y}, 0.34, kDetailColor);
     ++lines;
   }
@@ -107,11 +107,11 @@ std::size_t lines_on_card(int height) {
 }
 
 TEST(ViewStatus, EndsWhereTheNextLineWouldReachTheBottomMargin) {
-  EXPECT_EQ(lines_on_card(128), 1U);  // the second would stand at 107 = 128 - 21
-  EXPECT_EQ(lines_on_card(129), 2U);
-  EXPECT_EQ(lines_on_card(147), 2U);  // the third at 126 = 147 - 21
-  EXPECT_EQ(lines_on_card(148), 3U);
-  EXPECT_EQ(lines_on_card(300), 8U);  // from 134 to 267, the ninth would stand at 286
+  EXPECT_EQ(lines_on_card(128, 54), 1U);  // the second would be at 107 = 128 - 21
+  EXPECT_EQ(lines_on_card(129, 54), 2U);
+  EXPECT_EQ(lines_on_card(147, 54), 2U);  // the third at 126 = 147 - 21
+  EXPECT_EQ(lines_on_card(148, 54), 3U);
+  EXPECT_EQ(lines_on_card(300, 100), 8U);  // from 134 to 267, the ninth would be at 286
 }
 
 TEST(ViewStatus, NeedsNoDetail) {

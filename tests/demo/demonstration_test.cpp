@@ -12,8 +12,8 @@
 #include "tests/e2e/child_process.hpp"
 #include "tests/e2e/desktop_run.hpp"
 #include "tests/e2e/exit_summary_line.hpp"
-#include "tests/e2e/text_file.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {

@@ -10,8 +10,8 @@
 
 #include "app/run_state/runtime_status.hpp"
 #include "probes/voice_service.hpp"
-#include "tests/e2e/text_file.hpp"
 #include "tests/support/environment_variable.hpp"
+#include "tests/support/text_file.hpp"
 #include "tests/support/working_folder.hpp"
 
 namespace halcyra {

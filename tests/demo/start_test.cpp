@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/child_process.hpp"
-#include "tests/e2e/text_file.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {
@@ -31,6 +31,7 @@ class Start : public ::testing::Test {
     for (const char* folder : {"build/demonstration", "usb/1-1", "here", "person"}) {
       fs::create_directories(folder_.path() / folder);
     }
+    write_text(folder_.path() / "build/demonstration/.halcyra-demonstration", "");
     write_program("build/halcyra-control-center");
     write_program("build/demonstration/halcyra-control-center");
     choose_driver("virtual");

@@ -10,7 +10,7 @@
 #include "app/run_state/options.hpp"
 #include "tests/e2e/desktop_run.hpp"
 #include "tests/e2e/scenes.hpp"
-#include "tests/e2e/text_file.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {

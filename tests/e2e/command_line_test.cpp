@@ -8,7 +8,7 @@
 #include "tests/e2e/command_line_cases.hpp"
 #include "tests/e2e/exit_summary_line.hpp"
 #include "tests/e2e/program.hpp"
-#include "tests/e2e/text_file.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {

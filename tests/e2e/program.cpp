@@ -1,6 +1,6 @@
 #include "tests/e2e/program.hpp"
 
-#include "tests/e2e/text_file.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 

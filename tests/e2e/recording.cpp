@@ -7,7 +7,7 @@
 
 #include <opencv2/imgcodecs.hpp>
 
-#include "tests/e2e/text_file.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 

@@ -11,8 +11,8 @@
 
 #include "tests/e2e/desktop_run.hpp"
 #include "tests/e2e/scenes.hpp"
-#include "tests/e2e/text_file.hpp"
 #include "tests/e2e/waiting.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {

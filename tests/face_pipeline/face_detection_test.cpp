@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@
 #include "app/run_state/options.hpp"
 #include "face_pipeline/detection_merge.hpp"
 #include "tests/face_pipeline/detection_comparison.hpp"
-#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/photograph.hpp"
 #include "tests/support/same_pixels.hpp"
 
 namespace halcyra {
@@ -288,6 +289,24 @@ TEST_F(DetectMulti, LeavesTheProfilePassesOutWithoutTheCascade) {
   EXPECT_EQ(detect_multi(frontal(), nullptr, grey_, style("frontal")), dedupe(frontal_pass()));
   EXPECT_TRUE(detect_multi(frontal(), nullptr, grey_, style("profile_left")).empty());
   EXPECT_TRUE(detect_multi(frontal(), nullptr, grey_, style("profile_right")).empty());
+}
+
+// The faces are then judged and recognised on the equalised pixels.
+TEST_F(DetectMulti, EqualisesTheCallersPixelsInEachPassAtFullScale) {
+  cv::Mat once;
+  cv::equalizeHist(portrait(), once);
+  cv::Mat twice;
+  cv::equalizeHist(once, twice);
+  const std::vector<std::pair<std::string, cv::Mat>> cases = {
+      {"frontal", once}, {"profile_left", once}, {"frontal_or_profile", twice}};
+  for (const auto& [detector_type, expected] : cases) {
+    Options options;
+    options.detect_scale = 1.0;
+    options.detector_type = detector_type;
+    const cv::Mat grey = portrait();
+    detect_multi(frontal(), &profile(), grey, options);
+    EXPECT_TRUE(same_pixels(grey, expected)) << detector_type;
+  }
 }
 
 TEST_F(DetectMulti, EqualisesOnlyTheMirrorImageOfAMirroredPass) {

@@ -1,8 +1,6 @@
 #include "face_pipeline/face_detectors.hpp"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -13,6 +11,7 @@
 #include "app/run_state/runtime_status.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {
@@ -70,11 +69,6 @@ TEST(LoadDetectors, SaysOfBothThatTheyAreMissing) {
   EXPECT_EQ(event_messages(status), (Messages{kNoFrontal, kNoProfile}));
 }
 
-std::string content_of(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
 // A file that is there but no cascade ends the run, as nothing catches the exception.
 class NoCascade : public ::testing::Test {
  protected:
@@ -88,7 +82,7 @@ class NoCascade : public ::testing::Test {
   }
   void expect_throws_with(const std::string& content) {
     const std::filesystem::path file = folder_.path() / "cascade.xml";
-    std::ofstream(file, std::ios::binary) << content;
+    write_text(file, content);
     expect_throws(file.string());
   }
 
@@ -98,7 +92,7 @@ class NoCascade : public ::testing::Test {
 TEST_F(NoCascade, ThrowsForAnEmptyFile) { expect_throws_with(""); }
 
 TEST_F(NoCascade, ThrowsForAFileCutOff) {
-  const std::string whole = content_of(Options().cascade_path);
+  const std::string whole = read_text(Options().cascade_path);
   expect_throws_with(whole.substr(0, whole.size() / 2));
 }
 

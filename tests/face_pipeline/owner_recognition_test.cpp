@@ -15,7 +15,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "app/run_state/runtime_status.hpp"
-#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/photograph.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/same_pixels.hpp"
 #include "tests/support/temporary_folder.hpp"

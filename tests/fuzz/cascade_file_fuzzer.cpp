@@ -57,15 +57,17 @@ void check(const std::string& path) {
   cv::CascadeClassifier original;
   const Verdict expected = verdict_on([&] { return original.load(path); });
   std::vector<cv::Rect> expected_boxes;
-  for (const InstructionSet instructions : available_instruction_sets()) {
+  for (const haar::InstructionSet instructions : haar::available_instruction_sets()) {
     cv::CascadeClassifier ours;
-    const Verdict verdict = verdict_on([&] { return load_fast_cascade(ours, path, instructions); });
+    const Verdict verdict =
+        verdict_on([&] { return haar::load_fast_cascade(ours, path, instructions); });
     require(verdict.outcome == expected.outcome, "both load, both refuse or both throw");
     require(verdict.exception == expected.exception, "both throw the same");
     // A cascade that ours does not cover is left to OpenCV's own, which nothing is compared with
     // and whose search believes every index in the file.
-    if (verdict.outcome != Verdict::kLoaded || fast_cascade(ours) == nullptr) return;
-    if (instructions == available_instruction_sets().front()) expected_boxes = boxes(original);
+    if (verdict.outcome != Verdict::kLoaded || haar::fast_cascade(ours) == nullptr) return;
+    if (instructions == haar::available_instruction_sets().front())
+      expected_boxes = boxes(original);
     require(boxes(ours) == expected_boxes, "both find the same");
   }
 }

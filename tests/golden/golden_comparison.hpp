@@ -1,4 +1,4 @@
-// Compares a picture with the one that is kept for it.
+// Compares a picture with its golden picture.
 #pragma once
 
 #include <filesystem>
@@ -8,8 +8,9 @@
 
 namespace halcyra {
 
-// Succeeds when no pixel differs. Else the picture and a map of what differs, white on black, are
-// written into the report folder, which is made when it is missing, and named in the message.
+// Succeeds when size, type and all pixels are the same. Otherwise writes the picture and, if size
+// and type are the same, a map of the differing pixels, white on black, into the report folder,
+// which is created if needed. The message names the files.
 ::testing::AssertionResult equals_golden_picture(const cv::Mat& actual,
                                                  const std::filesystem::path& golden,
                                                  const std::filesystem::path& report_folder);

@@ -37,7 +37,7 @@ TEST_F(GoldenComparison, SeesOneChannelOfOnePixelChangedByOne) {
   EXPECT_FALSE(succeeds());
 }
 
-TEST_F(GoldenComparison, LeavesThePictureAndAMapOfTheDifference) {
+TEST_F(GoldenComparison, WritesThePictureAndAMapOfTheDifference) {
   picture_.at<cv::Vec3b>(20, 30) = cv::Vec3b(1, 2, 3);
   EXPECT_FALSE(succeeds());
 
@@ -56,7 +56,7 @@ TEST_F(GoldenComparison, SeesAnotherSize) {
   EXPECT_TRUE(std::filesystem::exists(reports_ / "dashboard-actual.png"));
 }
 
-TEST_F(GoldenComparison, SeesThatThereIsNoPicture) {
+TEST_F(GoldenComparison, SeesAMissingGoldenPicture) {
   std::filesystem::remove(golden_);
   EXPECT_FALSE(succeeds());
 }

@@ -1,8 +1,6 @@
 #include "tests/golden/golden_pictures.hpp"
 
-#include <algorithm>
-
-#include "dashboard/draw_dashboard.hpp"
+#include "app/window_geometry.hpp"
 #include "tests/golden/scenes.hpp"
 #include "tests/support/font_scale_setting.hpp"
 
@@ -15,8 +13,12 @@ const cv::Size kDefault(1440, 810);
 const cv::Size kFullHd(1920, 1080);
 const cv::Size kUltraHd(3840, 2160);
 
-double start_up_font_scale(cv::Size window) {
-  return std::clamp(std::min(window.height / 810.0, window.width / 1440.0) * 1.1, 0.9, 1.35);
+// The options of a run whose window has the whole screen.
+void fit_to_canvas(Options& options, cv::Size size) {
+  DisplayInfo display;
+  display.width = options.width = size.width;
+  display.height = options.height = size.height;
+  fit_to_screen(options, display);
 }
 
 }  // namespace
@@ -69,13 +71,9 @@ std::ostream& operator<<(std::ostream& out, const GoldenPicture& picture) {
 
 cv::Mat draw(const GoldenPicture& picture) {
   TestScene scene = picture.make_scene();
-  scene.options.width = picture.size.width;
-  scene.options.height = picture.size.height;
-  const FontScaleSetting setting(start_up_font_scale(picture.size));
-  cv::Mat canvas;
-  draw_dashboard(canvas, scene.color, scene.infrared, scene.depth, scene.status, scene.options,
-                 scene.faces);
-  return canvas;
+  fit_to_canvas(scene.options, picture.size);
+  const FontScaleSetting setting(scene.options.font_scale);
+  return dashboard_showing(scene);
 }
 
 }  // namespace halcyra

@@ -1,4 +1,4 @@
-// The dashboards that are kept as pictures.
+// The dashboards that have a golden picture.
 #pragma once
 
 #include <ostream>
@@ -22,7 +22,7 @@ const std::vector<GoldenPicture>& golden_pictures();
 // SCENE-WIDTHxHEIGHT.png
 std::string file_name(const GoldenPicture& picture);
 
-// Names the picture where a test reports it.
+// Writes the file name; GoogleTest uses it in its messages.
 std::ostream& operator<<(std::ostream& out, const GoldenPicture& picture);
 
 // Draws the dashboard with the font scale that the program chooses for a window of this size.

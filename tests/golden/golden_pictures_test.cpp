@@ -1,5 +1,6 @@
 #include "tests/golden/golden_pictures.hpp"
 
+#include <algorithm>
 #include <filesystem>
 #include <set>
 
@@ -15,7 +16,7 @@ const std::filesystem::path kReports = HALCYRA_GOLDEN_REPORTS;
 
 class GoldenPictures : public ::testing::TestWithParam<GoldenPicture> {};
 
-// What differs on purpose is taken over by the program update_golden_pictures.
+// After an intended change, run update_golden_pictures to write the new pictures.
 TEST_P(GoldenPictures, StayAsTheyAre) {
   EXPECT_TRUE(equals_golden_picture(draw(GetParam()), kPictures / file_name(GetParam()), kReports));
 }
@@ -29,7 +30,7 @@ std::string test_name(const ::testing::TestParamInfo<GoldenPicture>& info) {
 INSTANTIATE_TEST_SUITE_P(Dashboards, GoldenPictures, ::testing::ValuesIn(golden_pictures()),
                          test_name);
 
-TEST(GoldenFolder, HoldsNoPictureThatNothingIsComparedWith) {
+TEST(GoldenFolder, HoldsNoUnusedPicture) {
   std::set<std::string> known;
   for (const GoldenPicture& picture : golden_pictures()) known.insert(file_name(picture));
   EXPECT_EQ(known.size(), golden_pictures().size());

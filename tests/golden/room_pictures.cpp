@@ -1,10 +1,10 @@
 #include "tests/golden/room_pictures.hpp"
 
 #include <algorithm>
-#include <stdexcept>
 
-#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
+
+#include "tests/support/photograph.hpp"
 
 namespace halcyra {
 namespace {
@@ -17,12 +17,6 @@ const cv::Size kDepthSize(512, 424);
 int photograph_left(int person, int people) {
   if (people == 1) return (kColorSize.width - kPhotographSide) / 2;
   return person == 1 ? 330 : 1080;
-}
-
-cv::Mat photograph() {
-  cv::Mat photograph = cv::imread(HALCYRA_TEST_DATA "/astronaut.png", cv::IMREAD_COLOR);
-  if (photograph.empty()) throw std::runtime_error("no photograph in " HALCYRA_TEST_DATA);
-  return photograph;
 }
 
 // A wall that darkens towards the ceiling, and a floor.
@@ -38,7 +32,7 @@ cv::Mat empty_room() {
 
 cv::Mat color_picture(int people) {
   cv::Mat room = empty_room();
-  cv::Mat person = photograph();
+  cv::Mat person = color_photograph();
   for (int i = 1; i <= people; ++i) {
     const cv::Rect place(photograph_left(i, people), kPhotographTop, person.cols, person.rows);
     person.copyTo(room(place));
@@ -54,7 +48,7 @@ bool in_ellipse(cv::Point point, cv::Point centre, cv::Size axes) {
   return x * x + y * y <= 1.0;
 }
 
-// The distance of what stands at a point of the depth picture.
+// The distance that the sensor measures at a point of the depth picture.
 int millimetres_at(cv::Point point, int people) {
   for (int i = 1; i <= people; ++i) {
     const int x = people == 1 ? 256 : (i == 1 ? 150 : 362);
@@ -67,7 +61,7 @@ int millimetres_at(cv::Point point, int people) {
   return std::min(wall, floor);
 }
 
-// Both pictures stretch what stands within 4.5 m over all grey levels; near is bright.
+// Distances from 0.5 m to 4.5 m as grey levels; near is bright.
 cv::Mat nearness_picture(int people) {
   cv::Mat picture(kDepthSize, CV_8UC1);
   for (int y = 0; y < picture.rows; ++y) {

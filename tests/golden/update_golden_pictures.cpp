@@ -1,5 +1,5 @@
-// Rewrites the golden pictures with what the dashboard draws now. Look at each one before it is
-// committed: from then on the tests take it for right.
+// Rewrites the golden pictures with what the dashboard draws now. Look at each changed picture
+// before committing it, because from then on the tests expect it.
 
 #include <cstdlib>
 #include <iostream>

@@ -26,7 +26,7 @@ using libfreenect2::FrameListener;
 using libfreenect2::FrameMap;
 using libfreenect2::SyncMultiFrameListener;
 
-constexpr unsigned int all_types = Frame::Color | Frame::Ir | Frame::Depth;
+constexpr unsigned int kAllTypes = Frame::Color | Frame::Ir | Frame::Depth;
 
 // Which sets a source was asked for, and a way to wait for that.
 class Requests {
@@ -40,7 +40,7 @@ class Requests {
   // The sets that were asked for, in that order, once there are `count` of them.
   std::vector<std::uint64_t> wait_for(std::size_t count) {
     std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, patience, [&] { return sets_.size() >= count; });
+    changed_.wait_for(lock, kPatience, [&] { return sets_.size() >= count; });
     return sets_;
   }
 
@@ -89,7 +89,7 @@ class KeepingListener final : public FrameListener {
 
   std::vector<Arrival> wait_for(std::size_t count) {
     std::unique_lock lock(mutex_);
-    changed_.wait_for(lock, patience, [&] { return arrivals_.size() >= count; });
+    changed_.wait_for(lock, kPatience, [&] { return arrivals_.size() >= count; });
     return arrivals_;
   }
 
@@ -134,7 +134,7 @@ class RefusingListener final : public FrameListener {
   }
 
   bool wait_for(std::uint32_t sequence) const {
-    const auto limit = Clock::now() + patience;
+    const auto limit = Clock::now() + kPatience;
     while (last_ < sequence && Clock::now() < limit) std::this_thread::yield();
     return last_ >= sequence;
   }
@@ -149,7 +149,7 @@ float pixel(const FrameMap& frames, Frame::Type type) {
 
 TEST(LockstepDelivery, ASlowReaderSeesEverySetInOrder) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 200; ++set) {
@@ -165,7 +165,7 @@ TEST(LockstepDelivery, ASlowReaderSeesEverySetInOrder) {
 
 TEST(LockstepDelivery, ASetThatNobodyTakesWaitsToo) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 20; ++set) {
@@ -198,7 +198,7 @@ TEST(LockstepDelivery, TheNextSetComesWhenEveryFrameOfTheOneBeforeIsDeleted) {
 
 TEST(LockstepDelivery, TheNextSetIsMadeWhileTheOneBeforeIsHeld) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   ASSERT_TRUE(take_set(listener, frames));
@@ -244,7 +244,7 @@ TEST(LockstepDelivery, WaitsForAListener) {
 
 TEST(LockstepDelivery, TimeStampsCountAThirtiethOfASecondEach) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 5; ++set) {
@@ -256,7 +256,7 @@ TEST(LockstepDelivery, TimeStampsCountAThirtiethOfASecondEach) {
 
 TEST(LockstepDelivery, EndsWithTheLastSet) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   FrameMap frames;
   {
     const Delivery delivery(numbered_source(requests, 2), {0}, both(listener));
@@ -271,7 +271,7 @@ TEST(LockstepDelivery, EndsWithTheLastSet) {
 
 TEST(LockstepDelivery, EndsWhileASetIsHeld) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   FrameMap frames;
   {
     const Delivery delivery(numbered_source(requests), {0}, both(listener));
@@ -283,7 +283,7 @@ TEST(LockstepDelivery, EndsWhileASetIsHeld) {
 
 TEST(LockstepDelivery, EndsWhileTheListenerIsFull) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   {
     const Delivery delivery(numbered_source(requests), {0}, both(listener));
     requests.wait_for(2);
@@ -299,7 +299,7 @@ TEST(LockstepDelivery, EndsWithoutAListener) {
 
 TEST(RealTimeDelivery, ASetThatNobodyTookIsReplaced) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   const Delivery delivery(numbered_source(requests), {120}, both(listener));
   // When the third is being made, two were delivered.
   ASSERT_GE(requests.wait_for(3).size(), 3U);
@@ -376,7 +376,7 @@ TEST(RealTimeDelivery, TheLastSetIsNeverPassedOver) {
 
 TEST(RealTimeDelivery, EndsWhileTheListenerIsFull) {
   Requests requests;
-  SyncMultiFrameListener listener(all_types);
+  SyncMultiFrameListener listener(kAllTypes);
   {
     const Delivery delivery(numbered_source(requests), {1}, both(listener));
     requests.wait_for(2);  // the next set is due in a second

@@ -1,8 +1,16 @@
 // A delivery that loses, damages, interrupts and overruns.
+#include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <optional>
 #include <set>
+#include <stdexcept>
+#include <string>
 #include <thread>
-#include <vector>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <libfreenect2/frame_listener_impl.h>
@@ -19,7 +27,7 @@ using libfreenect2::FrameListener;
 using libfreenect2::FrameMap;
 using libfreenect2::SyncMultiFrameListener;
 
-constexpr unsigned int all_types = Frame::Color | Frame::Ir | Frame::Depth;
+constexpr unsigned int kAllTypes = Frame::Color | Frame::Ir | Frame::Depth;
 
 FrameSource pixel_source(std::optional<std::uint64_t> set_count = std::nullopt) {
   FrameSource source;
@@ -50,10 +58,27 @@ std::set<std::uint32_t> next_sequences(SyncMultiFrameListener& listener) {
   return sequences;
 }
 
+bool ends(const Delivery& delivery) {
+  const auto limit = std::chrono::steady_clock::now() + kPatience;
+  while (!delivery.is_over() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+  return delivery.is_over();
+}
+
+// Its images cannot be had from the given set on.
+FrameSource failing_source(std::uint64_t first_failing_set) {
+  FrameSource source = pixel_source();
+  const auto image = source.image;
+  source.image = [=](Frame::Type stream, std::uint64_t set) {
+    if (set >= first_failing_set) throw std::runtime_error("the disk\nis gone");
+    return image(stream, set);
+  };
+  return source;
+}
+
 class FaultyDelivery : public ::testing::TestWithParam<int> {
  protected:
   DeliverySettings settings_ = paced(GetParam());
-  SyncMultiFrameListener listener_{all_types};
+  SyncMultiFrameListener listener_{kAllTypes};
 };
 
 INSTANTIATE_TEST_SUITE_P(Paces, FaultyDelivery, ::testing::Values(0, 120));
@@ -90,13 +115,13 @@ class EagerListener final : public FrameListener {
   }
 
   bool takes(int count) const {
-    const auto limit = std::chrono::steady_clock::now() + patience;
+    const auto limit = std::chrono::steady_clock::now() + kPatience;
     while (taken_ < count && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
     return taken_ >= count;
   }
 
  private:
-  SyncMultiFrameListener sets_{all_types};
+  SyncMultiFrameListener sets_{kAllTypes};
   std::atomic<int> taken_ = 0;
 };
 
@@ -107,10 +132,16 @@ TEST_P(FaultyDelivery, IsNotHeldUpByHalfASet) {
   EXPECT_TRUE(listener.takes(40));
 }
 
-TEST_P(FaultyDelivery, WithoutAnyFrameDeliversNothingAndEnds) {
+TEST_P(FaultyDelivery, EndsAfterTheLastSetThoughEveryFrameIsLost) {
   settings_.lost_percent = 100;
-  const Delivery delivery(pixel_source(), settings_, both(listener_));
-  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  const Delivery delivery(pixel_source(5), settings_, both(listener_));
+  EXPECT_TRUE(ends(delivery));
+  EXPECT_FALSE(listener_.hasNewFrame());
+}
+
+TEST_P(FaultyDelivery, CanBeStoppedWhileNothingArrives) {
+  settings_.lost_percent = 100;
+  { const Delivery delivery(pixel_source(), settings_, both(listener_)); }
   EXPECT_FALSE(listener_.hasNewFrame());
 }
 
@@ -171,9 +202,7 @@ TEST_P(FaultyDelivery, IsOverAfterTheLastSet) {
   EXPECT_FALSE(delivery.is_over());
   while (*next_sequences(listener_).rbegin() < 1) {
   }
-  const auto limit = std::chrono::steady_clock::now() + patience;
-  while (!delivery.is_over() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
-  EXPECT_TRUE(delivery.is_over());
+  EXPECT_TRUE(ends(delivery));
 }
 
 TEST_P(FaultyDelivery, LateSetFollowsTheLast) {
@@ -183,6 +212,54 @@ TEST_P(FaultyDelivery, LateSetFollowsTheLast) {
   EXPECT_TRUE(listener_.hasNewFrame());
   EXPECT_GT(*next_sequences(listener_).begin(), taken);
   EXPECT_FALSE(listener_.hasNewFrame());
+}
+
+// The reader sees time-outs, and the program goes on.
+TEST_P(FaultyDelivery, EndsLikeADeadSensorWhereTheSourceFails) {
+  testing::internal::CaptureStderr();
+  const Delivery delivery(failing_source(3), settings_, both(listener_));
+  std::set<std::uint32_t> sequences = next_sequences(listener_);
+  if (GetParam() == 0) {
+    for (int set = 1; set < 3; ++set) sequences.merge(next_sequences(listener_));
+  }
+  EXPECT_TRUE(ends(delivery));
+  if (listener_.hasNewFrame()) sequences.merge(next_sequences(listener_));
+  EXPECT_FALSE(listener_.hasNewFrame());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "virtual Kinect: no more frames arrive: the disk?is gone\n");
+  EXPECT_LT(*sequences.rbegin(), 3U);
+}
+
+std::ptrdiff_t captured_lines() {
+  const std::string said = testing::internal::GetCapturedStderr();
+  return std::count(said.begin(), said.end(), '\n');
+}
+
+TEST_P(FaultyDelivery, DeadStreamsSendNoLateSet) {
+  testing::internal::CaptureStderr();
+  Delivery delivery(failing_source(0), settings_, both(listener_));
+  EXPECT_TRUE(ends(delivery));
+  delivery.end_with_a_late_set();
+  EXPECT_FALSE(listener_.hasNewFrame());
+  EXPECT_EQ(captured_lines(), 1);
+}
+
+TEST_P(FaultyDelivery, LateSetIsLeftOutWhereTheSourceFailsMeanwhile) {
+  std::atomic<bool> failing = false;
+  FrameSource source = pixel_source();
+  const auto image = source.image;
+  source.image = [&failing, image](Frame::Type stream, std::uint64_t set) {
+    if (failing) throw std::bad_alloc();
+    return image(stream, set);
+  };
+  FrameMap held;
+  testing::internal::CaptureStderr();
+  Delivery delivery(std::move(source), settings_, both(listener_));
+  ASSERT_TRUE(take_set(listener_, held));
+  failing = true;
+  delivery.end_with_a_late_set();
+  EXPECT_EQ(captured_lines(), 1);
+  listener_.release(held);
 }
 
 // The listener is still full, and a set is held.

@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/temporary_folder.hpp"
-#include "tests/virtual_kinect/test_recording.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra::virtual_kinect {
 namespace {

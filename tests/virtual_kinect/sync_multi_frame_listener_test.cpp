@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <libfreenect2/frame_listener_impl.h>
 
-#include "tests/virtual_kinect/counted_frame.hpp"
+#include "tests/support/counted_frame.hpp"
 #include "tests/virtual_kinect/take_set.hpp"
 
 namespace halcyra::virtual_kinect {

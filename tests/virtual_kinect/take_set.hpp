@@ -9,11 +9,11 @@
 namespace halcyra::virtual_kinect {
 
 // The limit only turns a test that would hang into one that fails.
-constexpr std::chrono::seconds patience{20};
+constexpr std::chrono::seconds kPatience{20};
 
 inline bool take_set(libfreenect2::SyncMultiFrameListener& listener,
                      libfreenect2::FrameMap& frames) {
-  const auto limit = std::chrono::steady_clock::now() + patience;
+  const auto limit = std::chrono::steady_clock::now() + kPatience;
   while (!listener.hasNewFrame()) {
     if (std::chrono::steady_clock::now() > limit) return false;
     std::this_thread::yield();

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <iomanip>
 #include <sstream>
 #include <string>
@@ -10,12 +9,9 @@
 #include <opencv2/core/mat.hpp>
 #include <opencv2/imgcodecs.hpp>
 
-namespace halcyra::virtual_kinect {
+#include "tests/support/text_file.hpp"
 
-inline void write_text(const std::filesystem::path& file, const std::string& text) {
-  std::filesystem::create_directories(file.parent_path());
-  std::ofstream(file, std::ios::binary) << text;
-}
+namespace halcyra::virtual_kinect {
 
 inline void write_image(const std::filesystem::path& file, const cv::Mat& image) {
   std::filesystem::create_directories(file.parent_path());

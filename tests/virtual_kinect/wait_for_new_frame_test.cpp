@@ -9,8 +9,8 @@
 #include <libfreenect2/frame_listener_impl.h>
 #include <libfreenect2/libfreenect2.hpp>
 
+#include "tests/support/counted_frame.hpp"
 #include "tests/support/temporary_folder.hpp"
-#include "tests/virtual_kinect/counted_frame.hpp"
 #include "tests/virtual_kinect/scene_variable.hpp"
 #include "tests/virtual_kinect/take_set.hpp"
 #include "tests/virtual_kinect/test_recording.hpp"

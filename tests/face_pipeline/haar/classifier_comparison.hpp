@@ -12,7 +12,7 @@
 
 #include "face_pipeline/haar/fast_cascade_classifier.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 inline std::ostream& operator<<(std::ostream& out, const DetectionSettings& settings) {
   return out << "factor " << settings.scale_factor << ", neighbours " << settings.min_neighbors
@@ -74,4 +74,4 @@ inline DetectionSettings random_settings(const cv::Size& picture, cv::RNG& rando
   return settings;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

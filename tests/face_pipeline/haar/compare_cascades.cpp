@@ -21,7 +21,7 @@
 #include "tests/face_pipeline/haar/classifier_comparison.hpp"
 #include "tests/face_pipeline/haar/sample_pictures.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 using Boxes = std::vector<cv::Rect>;
@@ -114,10 +114,10 @@ void play(Contestants& contestants, const cv::Mat& picture, const DetectionSetti
 }
 
 }  // namespace
-}  // namespace halcyra
+}  // namespace halcyra::haar
 
 int main(int argc, char** argv) {
-  using namespace halcyra;
+  using namespace halcyra::haar;
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   if (arguments.size() < 2) {
     std::cerr << "usage: compare_cascades ROUNDS SEED [PICTURE...]\n";

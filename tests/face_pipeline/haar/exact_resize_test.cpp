@@ -9,7 +9,7 @@
 #include "tests/face_pipeline/haar/sample_pictures.hpp"
 #include "tests/support/same_pixels.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 cv::Mat resized_line(const cv::Mat& line, int scaled) {
@@ -83,4 +83,4 @@ TEST(ResizeMirrorsExactly, SaysNoWhereTheRoundingIsLopsided) {
 }
 
 }  // namespace
-}  // namespace halcyra
+}  // namespace halcyra::haar

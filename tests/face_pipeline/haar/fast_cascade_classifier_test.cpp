@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <utility>
@@ -17,10 +15,11 @@
 #include "tests/face_pipeline/haar/classifier_comparison.hpp"
 #include "tests/face_pipeline/haar/made_cascade.hpp"
 #include "tests/face_pipeline/haar/sample_pictures.hpp"
-#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/photograph.hpp"
 #include "tests/support/temporary_folder.hpp"
+#include "tests/support/text_file.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 using Boxes = std::vector<cv::Rect>;
@@ -344,11 +343,6 @@ bool load_with_opencv(cv::CascadeClassifier& classifier, const std::string& file
   return classifier.load(file);
 }
 
-std::string content_of(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
 std::string replaced(std::string text, const std::string& old, const std::string& with) {
   const std::size_t place = text.find(old);
   EXPECT_NE(place, std::string::npos) << old;
@@ -356,7 +350,7 @@ std::string replaced(std::string text, const std::string& old, const std::string
 }
 
 TEST(LoadFastCascade, AnswersToBrokenFilesAsOpenCvDoes) {
-  const std::string whole = content_of(stock_cascade("eye"));
+  const std::string whole = read_text(stock_cascade("eye"));
   const TemporaryFolder folder;
   const std::string file = (folder.path() / "cascade.xml").string();
   std::map<std::string, int> answers;
@@ -368,7 +362,7 @@ TEST(LoadFastCascade, AnswersToBrokenFilesAsOpenCvDoes) {
         replaced(whole, "<featureType>HAAR", "<featureType>HOG"),
         replaced(whole, "<height>20", "<height>0"), replaced(whole, "<height>20", "<height>12"),
         replaced(whole, "<stages>", "<other>"), whole}) {
-    std::ofstream(file, std::ios::binary | std::ios::trunc) << content;
+    write_text(file, content);
     const std::string expected = answer(load_with_opencv, file);
     EXPECT_EQ(answer(load_fast_cascade, file), expected) << content.substr(0, 300);
     ++answers[expected];
@@ -380,4 +374,4 @@ TEST(LoadFastCascade, AnswersToBrokenFilesAsOpenCvDoes) {
 }
 
 }  // namespace
-}  // namespace halcyra
+}  // namespace halcyra::haar

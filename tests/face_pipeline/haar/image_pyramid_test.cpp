@@ -10,7 +10,7 @@
 
 #include "tests/face_pipeline/haar/sample_pictures.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 std::size_t place(const PyramidLayer& layer, const PlaneLayout& layout, int x, int y) {
@@ -90,4 +90,4 @@ TEST(ImagePyramid, ForgetsThePictureBefore) {
 }
 
 }  // namespace
-}  // namespace halcyra
+}  // namespace halcyra::haar

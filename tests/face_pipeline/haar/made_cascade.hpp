@@ -9,7 +9,7 @@
 
 #include "face_pipeline/haar/stump_cascade.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 
 // ---- A window's values, in OpenCV's arithmetic.
 
@@ -157,4 +157,4 @@ inline void write_cascade(const std::string& path, const StumpCascade& cascade) 
        << "}";
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -1,20 +1,14 @@
 // Grey pictures of many kinds to search.
 #pragma once
 
-#include <string>
-#include <vector>
+#include <algorithm>
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
-#include "tests/face_pipeline/photograph.hpp"
+#include "tests/support/photograph.hpp"
 
-namespace halcyra {
-
-struct SamplePicture {
-  std::string name;
-  cv::Mat pixels;
-};
+namespace halcyra::haar {
 
 inline cv::Mat noise(const cv::Size& size, int least, int most, cv::RNG& random) {
   cv::Mat picture(size, CV_8U);
@@ -94,4 +88,4 @@ inline cv::Mat as_part_of_larger(const cv::Mat& picture, cv::RNG& random) {
   return part;
 }
 
-}  // namespace halcyra
+}  // namespace halcyra::haar

@@ -15,7 +15,7 @@
 #include "tests/face_pipeline/haar/sample_pictures.hpp"
 #include "tests/support/same_pixels.hpp"
 
-namespace halcyra {
+namespace halcyra::haar {
 namespace {
 
 using Detections = std::vector<Detection>;
@@ -141,4 +141,4 @@ TEST(SharedSearch, MayMirrorAfterHalvingAndEqualising) {
 }
 
 }  // namespace
-}  // namespace halcyra
+}  // namespace halcyra::haar

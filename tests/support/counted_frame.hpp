@@ -6,7 +6,7 @@
 
 #include <libfreenect2/frame_listener.hpp>
 
-namespace halcyra::virtual_kinect {
+namespace halcyra {
 
 class CountedFrame final : public libfreenect2::Frame {
  public:
@@ -21,4 +21,4 @@ class CountedFrame final : public libfreenect2::Frame {
   std::atomic<int>& alive_;
 };
 
-}  // namespace halcyra::virtual_kinect
+}  // namespace halcyra

@@ -1,16 +1,22 @@
-#include "tests/e2e/text_file.hpp"
+// Whole files as texts of any bytes.
+#pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
 
 namespace halcyra {
 
-std::string read_text(const std::filesystem::path& file) {
+// "" when there is no such file.
+inline std::string read_text(const std::filesystem::path& file) {
   std::ifstream stream(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
-void write_text(const std::filesystem::path& file, const std::string& text) {
+// Puts the text there in one step, so that another process reads the old or the new text whole.
+// Makes the folder where needed.
+inline void write_text(const std::filesystem::path& file, const std::string& text) {
   std::filesystem::create_directories(file.parent_path());
   std::filesystem::path draft = file;
   draft += ".draft";
