@@ -4,10 +4,10 @@ add_library(halcyra_flags INTERFACE)
 target_compile_options(halcyra_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
   -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wundef
-  # A fused multiply-add rounds once where the written arithmetic rounds twice, and the pixels of
-  # the conversions would then depend on the machine.
+  # A fused multiply-add rounds once instead of twice, so the converted pixels would depend on the
+  # machine.
   -ffp-contract=off
-  # Nothing asks for floating-point exceptions; without this, loops that compare are not vectorised.
+  # Nothing uses floating-point exceptions, and loops with comparisons are vectorised only without.
   -fno-trapping-math)
 
 if(HALCYRA_WARNINGS_AS_ERRORS)

@@ -1,6 +1,6 @@
-# A module is a static library that shows its users its own headers and those of what it links, and
-# no others. Each target has an include folder of its own in the build tree, which holds a link for
-# each header it offers; the project's root is on nobody's include path.
+# A module is a static library. A target sees the headers of the modules it links, and of those that
+# they link publicly, but no others: each module has its own include folder in the build tree with a
+# symbolic link for each of its headers, and the project's root is on no include path.
 
 # halcyra_expose_headers(TARGET SCOPE HEADER...)
 # Lets users of TARGET include HEADERs of the current folder by their path from the project's root.
@@ -35,8 +35,8 @@ function(halcyra_add_module target)
 endfunction()
 
 # halcyra_expose_folder(TARGET)
-# An INTERFACE library whose users can include everything in and below the current folder, which
-# must stand at the project's root. For programs that nothing is built on.
+# Makes an INTERFACE library whose users can include everything in and below the current folder,
+# which must be directly in the project's root. For tests and benchmarks.
 function(halcyra_expose_folder target)
   file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
   set(visible ${PROJECT_BINARY_DIR}/visible/${target})

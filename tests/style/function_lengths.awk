@@ -1,8 +1,8 @@
-# Names every function that is longer than it should be: 60 lines, and 40 in dashboard/, where
-# pictures are drawn. Free functions, methods inside classes, and test bodies count alike, from the
-# first line of the declaration to the closing brace; a lambda is part of the function it stands in.
-# Relies on clang-format's layout in one point: a member's initializer has no space before its brace,
-# a function's body has one.
+# Reports every function that is too long: over 60 lines, or over 40 in dashboard/, which draws.
+# Covers free functions, methods inside classes and test bodies, from the first line of the
+# declaration to the closing brace; a lambda counts as part of the function around it.
+# Relies on one point of clang-format's layout: there is no space before the brace of a member's
+# initializer, and there is one before the brace of a function's body.
 #
 #   awk -f function_lengths.awk FILE...    ends with status 1 when a function is too long
 
@@ -19,7 +19,7 @@ function begin_statement() {
   parentheses = 0
 }
 
-# Without comments, strings and characters, whose braces mean nothing.
+# The line without comments, strings and character literals, whose braces do not count.
 function bare_code(line,    bare, at) {
   bare = ""
   while (line != "") {
@@ -70,7 +70,7 @@ function close_function(    lines) {
   function_depth = 0
 }
 
-# Goes through the braces, parentheses and semicolons that stand outside of a function.
+# Reads one character outside of any function.
 function read_outside(character, before) {
   if (character == "(") ++parentheses
   if (character == ")") --parentheses
@@ -104,7 +104,7 @@ function read_outside(character, before) {
   if (start) statement = statement character
 }
 
-# A directive and the lines it goes on in.
+# A preprocessor directive with its continuation lines.
 in_directive || /^[ \t]*#/ {
   in_directive = /\\$/
   if (raw_end == "" && !in_comment) next

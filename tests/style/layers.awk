@@ -1,9 +1,9 @@
-# Names every include that goes against the declared order of the folders, and every circle of
-# includes. The first file is the declaration, which layers.txt explains; the others are sources and
-# headers by their path from the project's root. tests/ and bench/ stand outside the order: only
-# their circles are looked for, and nothing else may include them.
+# Reports every include that the declared order of the folders does not allow, and every include
+# cycle. The first file is the declaration; layers.txt explains its format. The others are sources
+# and headers, by their path from the project's root. Files in tests/ and bench/ may include
+# anything, but nothing else may include them.
 #
-#   awk -f layers.awk layers.txt FILE...    ends with status 1 when there is something to name
+#   awk -f layers.awk layers.txt FILE...    ends with status 1 when it reports something
 
 function folder_of(path) {
   sub(/\/[^\/]*$/, "", path)
@@ -30,7 +30,7 @@ function declare(line,    words, count, folder, other, i) {
   floor[folder] = FNR
 }
 
-# An include as a path from the project's root; empty for the headers of others.
+# The included file as a path from the project's root; empty for a system header.
 function included_path(line) {
   sub(/^[ \t]*#[ \t]*include[ \t]*/, "", line)
   if (line ~ /^<libfreenect2\//) sub(/^</, "\"virtual_kinect/include/", line)
@@ -45,7 +45,7 @@ function check_include(where, from, path,    to) {
   if (path !~ /\// || path ~ /(^|\/)\.\.?\//) {
     complain(where, path " is not a path from the project's root")
   } else if (path ~ /^app\/main\./ || path ~ /\.cpp$/) {
-    complain(where, path " is nothing to include")
+    complain(where, path " must not be included")
   } else if (from != to && !((from, to) in allowed) && !((from, path) in allowed)) {
     complain(where, from " may not include " path)
   }
@@ -73,11 +73,11 @@ FNR == 1 {
   includes[FILENAME] = includes[FILENAME] " " path
 }
 
-# Follows the includes of `file`. `way` holds how it was come to.
+# Depth-first search from `file`; `way` lists the files that led to it.
 function follow(file, way,    next_files, count, i) {
   if (state[file] == "done") return
   if (state[file] == "open") {
-    complain(file, "includes go round in a circle:" substr(way, index(way, " " file)) " " file)
+    complain(file, "include cycle:" substr(way, index(way, " " file)) " " file)
     return
   }
   state[file] = "open"

@@ -1,7 +1,7 @@
-# Names every source that has a header of its own but includes another file before it. Being first
-# shows that the header needs nothing included before it.
+# Reports every source that includes something before its own header. Being included first shows
+# that a header compiles on its own.
 #
-#   awk -f own_header_first.awk FILE...    sources and headers; status 1 when there is one to name
+#   awk -f own_header_first.awk FILE...    sources and headers; ends with status 1 when it reports one
 
 BEGIN {
   for (i = 1; i < ARGC; ++i) given[ARGV[i]] = 1
