@@ -10,7 +10,6 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float kSkinInfrared = 0.62F;
 constexpr float kTrousersInfrared = 0.45F;
 
 void stretch_widths(std::vector<Ring>& rings, float width, float depth) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "virtual_kinect/room/dimensions.hpp"
 #include "virtual_kinect/room/head_model.hpp"
 
 namespace halcyra::virtual_kinect::room {
@@ -13,15 +14,15 @@ constexpr float kElbowBend = 14.0F;  // of a hanging arm
 constexpr float kKneeBend = 52.0F;
 constexpr float kLegLength = kThighLength + kShinLength;
 
-// The angles of one leg in degrees; `swing` forwards, `bend` backwards.
+// The angles of one leg in degrees.
 struct LegAngles {
-  float swing = 0.0F;
-  float bend = 0.0F;
-  float toe_drop = 0.0F;
+  float swing = 0.0F;     // of the thigh, forwards
+  float bend = 0.0F;      // of the knee, backwards
+  float toe_drop = 0.0F;  // of the foot
 };
 
-// A foot on the floor stays where it is while the body passes over it, for one step; it then comes
-// forward through the air for the next. `phase` counts steps from when it touches down.
+// For one step a foot stays where it is on the floor while the body passes over it; for the next
+// step it comes forward through the air. `phase` counts steps from the moment when it touches down.
 LegAngles leg_angles(float phase, float step_share) {
   const float in_cycle = phase - 2.0F * std::floor(0.5F * phase);
   const float in_air = std::fmax(0.0F, in_cycle - 1.0F);

@@ -12,7 +12,7 @@
 
 #include "app/run_state/options.hpp"
 #include "tests/support/temporary_folder.hpp"
-#include "tests/virtual_kinect/watched_story.hpp"
+#include "tests/virtual_kinect/room/watched_story.hpp"
 
 namespace halcyra {
 namespace {

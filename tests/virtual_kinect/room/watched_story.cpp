@@ -1,4 +1,4 @@
-#include "tests/virtual_kinect/watched_story.hpp"
+#include "tests/virtual_kinect/room/watched_story.hpp"
 
 #include <algorithm>
 #include <chrono>
