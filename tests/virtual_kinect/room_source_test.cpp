@@ -1,10 +1,10 @@
+#include "virtual_kinect/room_source.hpp"
+
 #include <cstdint>
 #include <thread>
 
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
-
-#include "virtual_kinect/room_source.hpp"
 
 namespace halcyra::virtual_kinect {
 namespace {
@@ -28,7 +28,7 @@ bool same(const cv::Mat& a, const cv::Mat& b) {
          cv::norm(a.reshape(1), b.reshape(1), cv::NORM_INF) == 0.0;
 }
 
-// Rendering a room takes a while, so the tests share one.
+// Making a room takes a while, so the tests share one.
 class RoomSourceTest : public testing::Test {
  protected:
   static void SetUpTestSuite() { source_ = new FrameSource(open_room()); }

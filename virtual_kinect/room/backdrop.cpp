@@ -12,7 +12,7 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr int kFineness = 2;  // straight edges need smoothing more than people do
+constexpr int kFineness = 2;  // drawn this much larger: steps show most on straight edges
 
 ColorCanvas draw_color(const std::vector<Surface>& surfaces, const LightLevels& levels, int times) {
   const Pinhole camera{kColorCamera.width * times, kColorCamera.height * times,

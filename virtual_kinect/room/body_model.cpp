@@ -56,7 +56,7 @@ Surface make_neck(const HeadLook& head) {
   return neck;
 }
 
-// Where the neckline lies: its lowest height at a place beside the middle.
+// The height of the neckline at a distance from the middle.
 float neckline(Clothing clothing, float side) {
   switch (clothing) {
     case Clothing::kShirt:

@@ -25,8 +25,8 @@ bool is_outline(const cv::Mat& nearness, int row, int column) {
   return step > kOutlineStep * here;
 }
 
-// The share of the light that is left off the middle: the sensor's lamp and lens leave the corners
-// darker.
+// The share of the light that remains away from the middle, as the sensor's lamp and lens leave the
+// corners darker.
 float vignette(const DepthCanvas& canvas, int row, int column) {
   const Vec3 ray =
       canvas.camera.ray(static_cast<float>(column) + 0.5F, static_cast<float>(row) + 0.5F);

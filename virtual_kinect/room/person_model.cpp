@@ -40,7 +40,7 @@ void add_arm(std::vector<PlacedPart>& parts, const PersonModel& model, const Pos
              float side, float swing) {
   const Pose arm = person * shifted(on_side(kShoulderJoint, side, model.look.body.shoulders)) *
                    turned_about_z(-side * 3.5F) * turned_about_x(-swing);
-  // Half a turn brings the inner side of the other arm to its right.
+  // The model's inner side is on the left; half a turn puts it on the right for the other arm.
   parts.push_back({&model.body.upper_arm, side > 0.0F ? arm : arm * turned_about_y(180.0F), false});
   const float bend = kElbowBend + 0.5F * std::fmax(0.0F, swing);
   const Pose forearm = arm * shifted({0.0F, kUpperArmLength, 0.0F}) * turned_about_x(-bend);
@@ -101,7 +101,7 @@ std::vector<PlacedPart> placed_parts(const PersonModel& model, const Posture& po
   const float arm_swing = kArmSwing * posture.stride_width * std::cos(kPi * posture.stride);
   add_arm(parts, model, person, -1.0F, -arm_swing);
   add_arm(parts, model, person, 1.0F, arm_swing);
-  // Heads differ less than bodies do, so they are not scaled with them.
+  // Heads differ less in size than bodies do, so they are not scaled with them.
   const Pose head = shifted(person.place(kHeadJoint)) * turned_about_y(posture.head_yaw) *
                     turned_about_x(posture.head_pitch) * turned_about_z(posture.head_roll);
   parts.push_back({&model.head, head, true});

@@ -61,7 +61,7 @@ Reflectance view_outside(float u, float v, const Vec3&) {
   const float leaves = 0.10F * layered_noise({u * 16.0F, v * 16.0F, 0.0F}, 68);
   color = mix(color, Vec3{0.50F, 0.62F, 0.42F} * (1.0F + leaves),
               smoothstep(crown + 0.10F, crown + 0.14F, v));
-  return {color, 0.0F};  // glass throws the sensor's light away
+  return {color, 0.0F};  // glass reflects the sensor's light elsewhere
 }
 
 Reflectance painted_landscape(float u, float v, const Vec3& p) {

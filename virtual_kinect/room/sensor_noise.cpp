@@ -13,7 +13,7 @@ constexpr float kColorDeviation = 1.25F;  // grey levels
 constexpr std::size_t kColorPixels = std::size_t{1} << 17U;
 constexpr std::size_t kFloatCount = std::size_t{1} << 16U;
 
-// The sum of four even distributions, scaled to a deviation of 1.
+// The sum of four uniform distributions, scaled to a standard deviation of 1.
 float near_normal(std::uint32_t n) {
   const float sum =
       hash_unit(4 * n) + hash_unit(4 * n + 1) + hash_unit(4 * n + 2) + hash_unit(4 * n + 3);

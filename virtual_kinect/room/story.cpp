@@ -128,7 +128,7 @@ const std::vector<LightKey>& lights() {
 
 float distance(const PersonKey& a, const PersonKey& b) { return std::hypot(b.x - a.x, b.z - a.z); }
 
-// The last key that has begun at `time`; not the very last one.
+// The last key whose time has come and that has a successor.
 template <typename Key>
 std::size_t key_before(const std::vector<Key>& keys, float time) {
   std::size_t at = 0;

@@ -48,7 +48,7 @@ class RendererTest : public testing::Test {
     return (measured > 0) & (measured + kPersonStep < depth(kEmptyRoom));
   }
 
-  // Where a set's colours differ from the empty room's. Shade falls only on the floor, which is
+  // Where a set's colours differ from the empty room's. Shadows fall only on the floor, which is
   // left out.
   static cv::Mat people_in_color(std::uint64_t set) {
     cv::Mat difference;
@@ -61,7 +61,7 @@ class RendererTest : public testing::Test {
     return people;
   }
 
-  // The picture's first row that shows floor: below the back wall.
+  // The first row of the colour picture that shows the floor.
   static constexpr int kFirstFloorRow = 880;
 
   static Renderer* renderer_;
@@ -83,7 +83,7 @@ bool is_inside(const cv::Mat& picture, const cv::Point& pixel) {
   return cv::Rect({}, picture.size()).contains(pixel);
 }
 
-// The share of `mask`'s pixels that are set in `other`, too, of those that `other` sees.
+// Of the pixels of `mask` that the other camera sees, the share that is set in `other` too.
 double share_seen(const cv::Mat& mask, const Pinhole& camera, const cv::Mat& other,
                   const Pinhole& other_camera, int first_row_of_color) {
   std::vector<cv::Point> pixels;
@@ -102,7 +102,7 @@ double share_seen(const cv::Mat& mask, const Pinhole& camera, const cv::Mat& oth
   return static_cast<double>(seen) / compared;
 }
 
-// What the infrared camera adds to dark and light alike.
+// The infrared light in an area, without what the camera adds everywhere.
 double light_in(const cv::Mat& infrared, const cv::Rect& area) {
   return cv::mean(infrared(area))[0] - 18.0;
 }
@@ -125,7 +125,7 @@ TEST_F(RendererTest, MeasuresHeadsWhereTheStoryPutsThem) {
   }
 }
 
-// Somebody may wear the colour of what is behind, so that a little is missing.
+// People may wear the colour of what is behind them, so a few pixels may be missing.
 TEST_F(RendererTest, ShowsInColorWhomDepthMeasures) {
   for (const std::uint64_t set : kPeople) {
     EXPECT_GT(share_seen(people_in_depth(set), kDepthCamera, people_in_color(set), kColorCamera,
@@ -135,7 +135,7 @@ TEST_F(RendererTest, ShowsInColorWhomDepthMeasures) {
   }
 }
 
-// The depth's outlines are without measurement, which costs a pixel all around.
+// Depth is not measured at outlines, which costs a pixel all around.
 TEST_F(RendererTest, MeasuresInDepthWhomColorShows) {
   for (const std::uint64_t set : kPeople) {
     cv::Mat people;
@@ -160,7 +160,7 @@ TEST_F(RendererTest, GetsLessInfraredBackFromFartherAway) {
   EXPECT_NEAR(near_light / far_light, falloff, 0.25 * falloff);
 }
 
-// Two places of the back wall, one above the bookshelf, one in the corner of the room.
+// Compares two places of the back wall, one above the bookshelf and one in the corner of the room.
 TEST_F(RendererTest, GetsLessInfraredFromTheEdgeOfThePicture) {
   const cv::Mat empty = infrared(kEmptyRoom);
   const double middle = light_in(empty, around(place(kDepthCamera, {0, -900, 4000}), 6));
