@@ -44,11 +44,11 @@ class Cycle {
 
 }  // namespace
 
-void measure_cycle() {
+void add_cycle_rows() {
   for (const NamedFrames& named : measured_frames()) {
     auto own = std::make_shared<Cycle>(named.frames, true);
     auto library = std::make_shared<Cycle>(named.frames, false);
-    measure(
+    add_row(
         "whole cycle", named.name, [own] { own->run(); }, [library] { library->run(); });
   }
 }

@@ -34,13 +34,13 @@ void library_calls(const cv::Mat& grey, const RecognitionState& state) {
 
 }  // namespace
 
-void measure_face_analysis() {
+void add_face_analysis_rows() {
   cv::Mat grey;
   cv::cvtColor(measured_frames()[1].frames.color, grey, cv::COLOR_BGRA2GRAY);
   for (const int count : {10, 100, 1000}) {
     auto state = std::make_shared<RecognitionState>(enrolled_owner(count));
     auto status = std::make_shared<RuntimeStatus>();
-    measure(
+    add_row(
         "analyze_faces", std::to_string(count) + " samples",
         [=] {
           analyze_faces({{kFace, "frontal"}}, grey, *state, *status, Options{});

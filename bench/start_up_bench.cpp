@@ -16,13 +16,13 @@ void run_program(const std::string& scene, const std::string& arguments) {
 
 }  // namespace
 
-void measure_start_up() {
+void add_start_up_rows() {
   const std::string one_picture = "--smoke --frames 1 --samples-dir " + samples_folder(24).string();
   const auto load_libraries = [] { run_program("", "--help"); };
-  measure(
+  add_row(
       "start-up to first picture", "no sensor",
       [=] { run_program("", "--no-camera " + one_picture); }, load_libraries);
-  measure(
+  add_row(
       "start-up to first picture", "rendered room", [=] { run_program("room", one_picture); },
       load_libraries);
 }
