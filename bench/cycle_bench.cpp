@@ -1,4 +1,4 @@
-// A whole cycle but for the window: from a frame set to the finished canvas.
+// A whole cycle without the window: from a frame set to the finished canvas.
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -15,8 +15,8 @@
 namespace halcyra {
 namespace {
 
-// The frame's way through the program, with OpenCV's own cascades or with the program's. Asking the
-// services is left out, as it starts processes.
+// A turn of the loop with the program's cascades or with OpenCV's own. The services are not asked,
+// as that starts processes.
 class Cycle {
  public:
   Cycle(RecordedFrames frames, bool own_cascades) : frames_(std::move(frames)) {

@@ -65,7 +65,7 @@ struct Drawing {
   }
 };
 
-// Fills the canvas and makes the calls of a drawing again.
+// Fills the canvas and repeats the OpenCV calls of a drawing.
 std::function<void()> bare_calls(const std::shared_ptr<Drawing>& drawing) {
   const auto calls = recorded_calls([&] { drawing->draw(); });
   cv::Mat canvas = drawing->canvas;

@@ -14,7 +14,7 @@ namespace {
 // Where the owner's face is in the frame.
 const cv::Rect kFace(820, 240, 160, 160);
 
-// What a face costs whatever is done with the answers.
+// The OpenCV calls that a face needs, without the program around them.
 void library_calls(const cv::Mat& grey, const RecognitionState& state) {
   const cv::Mat crop = grey(kFace).clone();
   cv::Scalar mean;

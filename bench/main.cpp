@@ -11,8 +11,8 @@
 #include "bench/ratio_table.hpp"
 
 int main(int argc, char** argv) {
-  // Interleaved, so that a slow moment of the machine falls on work and floor alike. What the
-  // command line says comes later and wins.
+  // Interleaved, so that a slow moment of the machine affects work and floor alike. Arguments of
+  // the command line come after these and override them.
   char repetitions[] = "--benchmark_repetitions=7";
   char interleaving[] = "--benchmark_enable_random_interleaving=true";
   char least_time[] = "--benchmark_min_time=0.05";

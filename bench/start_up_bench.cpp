@@ -1,4 +1,4 @@
-// From the call to the first picture, as processes; the floor is the time to load the libraries.
+// Whole processes, from the start to the first picture. The floor only loads the libraries.
 #include <cstdlib>
 #include <string>
 

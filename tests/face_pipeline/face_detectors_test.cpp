@@ -75,7 +75,7 @@ std::string content_of(const std::string& file) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// A file that is there but no cascade ends the run, as nothing catches the exception.
+// Nothing in the program catches the exception, so a file that is not a cascade ends the run.
 class NoCascade : public ::testing::Test {
  protected:
   void expect_throws(const std::string& file) {
