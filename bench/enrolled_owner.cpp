@@ -30,7 +30,7 @@ class Scratch {
   }
 
   fs::path folder_of(int count) const {
-    const fs::path folder = path_ / std::to_string(count);
+    fs::path folder = path_ / std::to_string(count);
     if (fs::exists(folder)) return folder;
     fs::create_directories(folder / "front");
     for (int i = 0; i < count; ++i) {

@@ -6,6 +6,7 @@
 #   test             what the tests need beside the first two
 #   bench            what the benchmarks need beside the first
 #   sanitize         what the sanitized build with its fuzz targets needs beside the first three
+#   lint             the checker that scripts/lint runs
 #   package          to make the Debian package and check it
 set -euo pipefail
 
@@ -23,6 +24,7 @@ test_packages=(
     libgtest-dev
     libx11-dev libxtst-dev            # real key presses in the end-to-end tests
     locales                           # sources of a locale with a decimal comma
+    clang-format                      # the layout of sources
     openbox                           # closing and resizing windows as a person does
 )
 bench_packages=(libbenchmark-dev)
@@ -30,7 +32,7 @@ sanitize_packages=(
     clang-14
     libclang-rt-14-dev                # the sanitizers' and libFuzzer's own libraries
 )
-
+lint_packages=(clang-tidy)
 package_packages=(
     dpkg-dev file gzip                # making the Debian package
     lintian desktop-file-utils appstream groff zsh fish doxygen   # and having everything judged
@@ -44,10 +46,11 @@ for group in "$@"; do
         virtual-display) wanted+=("${virtual_display_packages[@]}") ;;
         bench) wanted+=("${bench_packages[@]}") ;;
         sanitize) wanted+=("${sanitize_packages[@]}") ;;
+        lint) wanted+=("${lint_packages[@]}") ;;
         package) wanted+=("${package_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test|bench|sanitize|package..." >&2
+            echo "usage: $0 run|virtual-display|test|bench|sanitize|lint|package..." >&2
             exit 2
             ;;
     esac

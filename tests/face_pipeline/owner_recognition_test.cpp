@@ -15,8 +15,8 @@
 #include <opencv2/imgproc.hpp>
 
 #include "app/run_state/runtime_status.hpp"
-#include "tests/support/photograph.hpp"
 #include "tests/support/event_messages.hpp"
+#include "tests/support/photograph.hpp"
 #include "tests/support/same_pixels.hpp"
 #include "tests/support/temporary_folder.hpp"
 
