@@ -1,4 +1,4 @@
-// Asks the Sonmere voice service how it is and where it last heard a voice.
+// Asks the Sonmere voice service for its state and for the direction of the last voice.
 //
 // Its control script is ./install/sonmerectl under the working folder; its state files lie in
 // .local/state/halcyra under the home folder ($HOME, or the working folder when that is not set).
@@ -8,8 +8,9 @@ namespace halcyra {
 
 struct RuntimeStatus;
 
-// Rewrites `status.voice`, blocking while the control script runs. A missing script or key reads as
-// "unknown"; the direction and the paths keep their last values while the event file is missing.
+// Updates `status.voice`; blocks while the control script runs. With a missing script or key its
+// values are "unknown", the microphone "not present". While the event file is missing, the
+// direction keeps its last value; each path keeps its last value while its file is missing.
 void refresh_voice(RuntimeStatus& status);
 
 }  // namespace halcyra
