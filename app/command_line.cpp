@@ -10,7 +10,7 @@
 namespace halcyra {
 namespace {
 
-// The elements of the command line that have not been read yet.
+// The arguments that have not been read yet.
 struct Arguments {
   int count;
   const char* const* values;

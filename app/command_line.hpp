@@ -1,4 +1,4 @@
-// What the command line may say, and what it does to the options.
+// Reads the command line into the options.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace halcyra {
 // Overwrites `options` from argv[1..argc-1], left to right; the last occurrence of an option wins.
 // Returns false for an invalid line (unknown argument, missing value, value out of range); only an
 // unknown argument is named, on standard error. "--help" and "-h" print the usage and end the
-// process with status 0. A value that is no number throws std::invalid_argument or
+// process with status 0. A value that is not a number throws std::invalid_argument or
 // std::out_of_range, which nothing catches.
 bool parse_args(int argc, const char* const* argv, Options& options);
 

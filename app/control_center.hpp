@@ -1,4 +1,4 @@
-// Everything that lives as long as one run of the program.
+// The state of one run of the program.
 #pragma once
 
 #include <chrono>
@@ -30,7 +30,7 @@ struct LoopMemory {
   RoomEventMemory room_events;
   ModeHoldBack mode_hold_back;
   bool layout_image_written = false;
-  std::chrono::steady_clock::time_point start;  // frames per second count from here
+  std::chrono::steady_clock::time_point start;  // the frame rate counts from here
 };
 
 // Members are destroyed in reverse order, so the Kinect goes before the recogniser and the
@@ -45,7 +45,7 @@ struct ControlCenter {
   cv::Mat canvas;
   Previews previews;
   LoopMemory loop;
-  // Every time that the run measures is read here; tests put a clock of their own in its place.
+  // The clock of the frame rate and of the mode hold-back; tests replace it.
   std::chrono::steady_clock::time_point (*now)() = std::chrono::steady_clock::now;
 };
 

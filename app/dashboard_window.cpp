@@ -22,12 +22,12 @@ bool display_is_named() {
   return false;
 }
 
-// Without this variable only the low byte of a key code arrives, and a cursor key is taken for the
-// letter that has the same low byte.
+// Without this variable only the low byte of a key code arrives, so a cursor key is mistaken for
+// the letter with the same low byte.
 void ask_for_whole_key_codes() { setenv("OPENCV_LEGACY_WAITKEY", "1", 1); }
 
-// The picture alone, free in its shape: a toolbar or a kept aspect ratio would make the live size
-// differ from the canvas.
+// No toolbar and no fixed aspect ratio: with either, the live size would differ from the size of
+// the canvas.
 void open_window(const Options& options) {
   cv::namedWindow(kTitle, cv::WINDOW_NORMAL | cv::WINDOW_FREERATIO | cv::WINDOW_GUI_NORMAL);
   cv::resizeWindow(kTitle, options.width, options.height);

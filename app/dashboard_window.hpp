@@ -7,26 +7,26 @@
 
 namespace halcyra {
 
-// Whether the environment names a display or another place to draw: DISPLAY, WAYLAND_DISPLAY or
-// QT_QPA_PLATFORM. Where none does, opening the window would end the process by a signal.
+// Whether DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM is set and not empty. Otherwise opening the
+// window would end the process by a signal. Does not try the display.
 bool display_is_named();
 
-// Makes waitKey hand on whole key codes. Must run before the first key is waited for, and before
-// other threads exist, since it writes the environment.
+// Makes wait_for_key return whole key codes. Must run before the first key wait, and before other
+// threads exist, since it writes the environment.
 void ask_for_whole_key_codes();
 
-// Opens the window at the options' size, full-screen when they say so. Without a display the
-// window system ends the process.
+// Opens the window at the options' size, or full-screen if they say so. Without a usable display
+// the window system ends the process.
 void open_window(const Options& options);
 
-// The options for this turn's drawing: width and height are the live window's, as long as it is
-// at least 800 x 480 and not full-screen.
+// A copy of the options for this turn's drawing. Its width and height, in pixels, are those of the
+// live window, unless that is smaller than 800 x 480 or `options` ask for full screen.
 Options with_live_size(const Options& options);
 
-// Shows the canvas; brings the window back when it was closed.
+// Shows the canvas. Opens the window again if it was closed.
 void show_canvas(const cv::Mat& canvas);
 
-// Waits for one key, 30 ms, or 1 ms in a smoke run; -1 when none was pressed.
+// Waits up to 30 ms for a key, 1 ms in a smoke run. Returns its code, or -1 without a key.
 int wait_for_key(const Options& options);
 
 void close_window();

@@ -1,4 +1,4 @@
-// The one line that a run leaves on standard output.
+// The line that a run prints at its end.
 #pragma once
 
 #include <ostream>

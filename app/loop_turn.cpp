@@ -37,7 +37,7 @@ std::vector<FaceInfo> find_faces(ControlCenter& center, const cv::Mat& grey) {
   return analyze_faces(detections, grey, center.recognition, status, center.options);
 }
 
-// The faces of the held set's colour frame, which becomes the colour preview.
+// Finds the faces in the held set's colour frame, and makes the frame the colour preview.
 std::vector<FaceInfo> process_color(ControlCenter& center) {
   const ColorImages color = convert_color(center.kinect);
   if (color.bgr.empty()) return {};
@@ -64,7 +64,7 @@ void update_fps(ControlCenter& center) {
   center.status.fps = seconds > 0 ? loop.frame_count / seconds : 0.0;
 }
 
-// The counter is tested as it stands: while it rests on a due number, every turn refreshes.
+// While the counter does not move and is at a due number, every turn refreshes.
 void refresh_services_when_due(ControlCenter& center) {
   const std::int32_t count = center.loop.frame_count;
   const bool periodic = count > 0 && count % center.options.status_refresh_frames == 0;

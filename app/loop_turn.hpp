@@ -1,5 +1,5 @@
-// One turn of the loop but for the window, in three steps: see the room, draw the dashboard, act on
-// the key. The program, the benchmarks and the tests take their turns here.
+// One turn of the loop without the window, in three steps: observe the room, draw the dashboard,
+// act on the key. Used by the program, the benchmarks and the tests.
 #pragma once
 
 #include <vector>
@@ -9,18 +9,20 @@
 
 namespace halcyra {
 
-// Takes the next frame set, waiting up to a second for it, converts it and finds the faces; then
-// renews the services when they are due and the room awareness, and logs what changed. Returns the
-// faces of this turn's colour frame, none without one. A missing frame set is a status sentence.
+// Waits up to a second for the next frame set, converts it and finds the faces. Then asks the
+// services again if that is due, updates the room awareness and logs what changed. Returns the
+// faces of this turn's colour frame, none without one. A timeout is told in the status sentences.
 std::vector<FaceInfo> observe_room(ControlCenter& center);
 
-// Draws the dashboard into `center.canvas`. `frame_options` are the run's options with the size
-// to draw at. In a layout test the first canvas is also written to a file named after that size.
+// Draws the dashboard into `center.canvas`. `frame_options` are the run's options with the width
+// and height, in pixels, to draw at. In a layout test the first canvas is also written to a file
+// named after that size.
 void render_dashboard(ControlCenter& center, const std::vector<FaceInfo>& faces,
                       const Options& frame_options);
 
-// Carries out the command of the key, then checks the frame limit; without running streams the
-// turns themselves count as frames. Returns false when this was the last turn.
+// Carries out the command of the key, then checks the frame limit. With a limit and without running
+// streams, every turn counts as a frame, also the one that a quit key ends. Returns false after the
+// last turn.
 bool finish_turn(ControlCenter& center, int key);
 
 }  // namespace halcyra

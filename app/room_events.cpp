@@ -19,7 +19,7 @@ void log_person_event(RuntimeStatus& status, RoomEventMemory& memory) {
   memory.people = people;
 }
 
-// An unknown person is logged on every turn, for as long as nobody else is there.
+// Unknown people are logged on every turn while the owner is not visible.
 void log_owner_event(RuntimeStatus& status, RoomEventMemory& memory) {
   const RoomAwareness& room = status.room;
   if (room.owner_visible) {

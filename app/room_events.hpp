@@ -1,4 +1,4 @@
-// Logs what changed in the room from one turn to the next.
+// Logs what changes in the room from one turn to the next.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@ namespace halcyra {
 
 struct RuntimeStatus;
 
-// What was last seen and logged.
+// What the latest turn saw, and the last voice sentence that was logged.
 struct RoomEventMemory {
   std::int32_t people = -1;  // before the first turn
   bool owner_visible = false;

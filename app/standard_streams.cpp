@@ -7,7 +7,7 @@
 namespace halcyra {
 namespace {
 
-// Each open takes the lowest number that is free, so the first above the three fills no gap.
+// open returns the lowest free descriptor, so once one above the three comes, no gap is left.
 void open_closed_streams() {
   int opened = -1;
   do {
@@ -16,7 +16,7 @@ void open_closed_streams() {
   if (opened > STDERR_FILENO) close(opened);
 }
 
-// A handler that does nothing, where SIG_IGN would be inherited by every command.
+// An empty handler: SIG_IGN would be inherited by every command.
 void outlive_readers() {
   struct sigaction action {};
   action.sa_handler = [](int) {};

@@ -17,7 +17,7 @@ void size_fullscreen(Options& options, std::int32_t screen_width, std::int32_t s
   options.height = std::clamp(options.height, kLeastHeight, kMostHeight);
 }
 
-// A missing side follows the other one at 16 : 9, both follow the screen.
+// A missing side is derived from the other one at 16 : 9; two missing sides from the screen.
 void size_windowed(Options& options, std::int32_t screen_width, std::int32_t screen_height) {
   if (options.width <= 0 && options.height <= 0) {
     options.width = rounded(screen_width * options.screen_percent);
@@ -35,7 +35,7 @@ void size_windowed(Options& options, std::int32_t screen_width, std::int32_t scr
   options.height = std::min(options.height, kMostHeight);
 }
 
-// 1440 x 810 is the window that the dashboard's text sizes were drawn for.
+// The text sizes of the dashboard were designed for a window of 1440 x 810.
 double font_scale_for(std::int32_t width, std::int32_t height) {
   return std::clamp(std::min(height / 810.0, width / 1440.0) * 1.1, 0.9, 1.35);
 }

@@ -6,8 +6,9 @@
 
 namespace halcyra {
 
-// Completes `width`, `height` and `font_scale` of the options; afterwards the window is 800 x 480
-// to 7680 x 4320 pixels and the scale positive. A font scale that was given stays.
+// Sets `width`, `height` and `font_scale` of the options. Afterwards the window is 800 x 480 to
+// 7680 x 4320 pixels, and unless full-screen no larger than the screen (at least 800 x 480). A font
+// scale above 0 stays as it is.
 void fit_to_screen(Options& options, const DisplayInfo& display);
 
 }  // namespace halcyra

@@ -5,7 +5,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kDwellSeconds = 1.25;  // a new mode must be wanted for so long
+constexpr double kDwellSeconds = 1.25;  // a new mode must be wanted for this long
 constexpr double kGapSeconds = 1.0;     // between two switches
 
 double seconds_between(Clock::time_point from, Clock::time_point to) {

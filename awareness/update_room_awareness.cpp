@@ -15,7 +15,7 @@ namespace {
 
 using Faces = std::vector<FaceInfo>;
 
-// Half of the horizontal angle that the picture is taken to span.
+// Half of the horizontal angle that the picture is assumed to span.
 constexpr double kHalfFieldDegrees = 55.0;
 constexpr double kMatchDegrees = 18.0;
 
@@ -65,7 +65,7 @@ void attend_one_person(RoomAwareness& room, const Faces& faces, bool skeleton_av
                                    : "following face center because skeleton is unavailable";
 }
 
-// Mode, target and reason as the faces and the requested view alone would have them.
+// Sets mode, target and reason from the faces and the requested view, before any hold-back.
 void choose_mode(RoomAwareness& room, const Faces& faces, const std::string& requested,
                  bool skeleton_available) {
   if (faces.empty()) {
@@ -79,7 +79,7 @@ void choose_mode(RoomAwareness& room, const Faces& faces, const std::string& req
   }
 }
 
-// A mode held back keeps the target of the mode to come: it already says who is attended to.
+// While a mode is held back, the target is already that of the mode to come.
 void hold_mode_back(RoomAwareness& room, const std::string& view, ModeHoldBack& hold,
                     std::chrono::steady_clock::time_point now) {
   if (admit_mode(hold, view, room.view_mode, now)) return;

@@ -1,4 +1,4 @@
-// The last direction a voice came from, read out of the texts that the voice service wrote.
+// The direction that a voice last came from, parsed from the voice service's texts.
 #pragma once
 
 #include "app/run_state/voice_status.hpp"

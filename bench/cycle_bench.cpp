@@ -1,4 +1,4 @@
-// A whole cycle but for the window: from a frame set to the finished canvas.
+// A whole cycle without the window: from a frame set to the finished canvas.
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -15,8 +15,8 @@
 namespace halcyra {
 namespace {
 
-// The frame's way through the program, with OpenCV's own cascades or with the program's. Asking the
-// services is left out, as it starts processes.
+// A turn of the loop with the program's cascades or with OpenCV's own. The services are not asked,
+// as that starts processes.
 class Cycle {
  public:
   Cycle(RecordedFrames frames, bool own_cascades) : frames_(std::move(frames)) {
@@ -44,11 +44,11 @@ class Cycle {
 
 }  // namespace
 
-void measure_cycle() {
+void add_cycle_rows() {
   for (const NamedFrames& named : measured_frames()) {
     auto own = std::make_shared<Cycle>(named.frames, true);
     auto library = std::make_shared<Cycle>(named.frames, false);
-    measure(
+    add_row(
         "whole cycle", named.name, [own] { own->run(); }, [library] { library->run(); });
   }
 }

@@ -65,7 +65,7 @@ struct Drawing {
   }
 };
 
-// Fills the canvas and makes the calls of a drawing again.
+// Fills the canvas and repeats the OpenCV calls of a drawing.
 std::function<void()> bare_calls(const std::shared_ptr<Drawing>& drawing) {
   const auto calls = recorded_calls([&] { drawing->draw(); });
   cv::Mat canvas = drawing->canvas;
@@ -75,7 +75,7 @@ std::function<void()> bare_calls(const std::shared_ptr<Drawing>& drawing) {
   };
 }
 
-void measure_view(const std::string& view, cv::Size size, const Pictures& pictures) {
+void add_view_row(const std::string& view, cv::Size size, const Pictures& pictures) {
   auto drawing = std::make_shared<Drawing>();
   drawing->pictures = pictures;
   drawing->options.view = view;
@@ -84,19 +84,19 @@ void measure_view(const std::string& view, cv::Size size, const Pictures& pictur
   fit_to_screen(drawing->options, {size.width, size.height, "bench"});
   auto bare = std::make_shared<Drawing>(*drawing);
   bare->canvas = cv::Mat();
-  measure(
+  add_row(
       "draw_dashboard, " + view, std::to_string(size.width) + "x" + std::to_string(size.height),
       [drawing] { drawing->draw(); }, bare_calls(bare));
 }
 
 }  // namespace
 
-void measure_dashboard() {
+void add_dashboard_rows() {
   static const Pictures pictures = pictures_of(measured_frames()[1].frames);
   for (const char* view : {"rgb", "ir", "depth", "skeletal", "combo", "room_overview", "follow"}) {
     for (const cv::Size size :
          {cv::Size(800, 480), cv::Size(1440, 810), cv::Size(1920, 1080), cv::Size(3840, 2160)}) {
-      measure_view(view, size, pictures);
+      add_view_row(view, size, pictures);
     }
   }
 }

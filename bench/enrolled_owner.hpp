@@ -1,4 +1,4 @@
-// An owner enrolled with as many samples as a measurement wants.
+// Any number of sample pictures, and a recogniser trained with them.
 #pragma once
 
 #include <filesystem>
@@ -7,11 +7,11 @@
 
 namespace halcyra {
 
-// A folder with `count` sample pictures, some of them alike; it lies in the folder for temporary
-// files until the program ends.
+// A folder with `count` sample pictures, some of them equal. It is made in the folder for temporary
+// files on the first call, and removed when the program ends.
 std::filesystem::path samples_folder(int count);
 
-// A recogniser trained with that many samples.
+// A recogniser trained with `count` samples.
 RecognitionState enrolled_owner(int count);
 
 }  // namespace halcyra

@@ -14,7 +14,7 @@ namespace {
 // Where the owner's face is in the frame.
 const cv::Rect kFace(820, 240, 160, 160);
 
-// What a face costs whatever is done with the answers.
+// The OpenCV calls that a face needs, without the program around them.
 void library_calls(const cv::Mat& grey, const RecognitionState& state) {
   const cv::Mat crop = grey(kFace).clone();
   cv::Scalar mean;
@@ -34,13 +34,13 @@ void library_calls(const cv::Mat& grey, const RecognitionState& state) {
 
 }  // namespace
 
-void measure_face_analysis() {
+void add_face_analysis_rows() {
   cv::Mat grey;
   cv::cvtColor(measured_frames()[1].frames.color, grey, cv::COLOR_BGRA2GRAY);
   for (const int count : {10, 100, 1000}) {
     auto state = std::make_shared<RecognitionState>(enrolled_owner(count));
     auto status = std::make_shared<RuntimeStatus>();
-    measure(
+    add_row(
         "analyze_faces", std::to_string(count) + " samples",
         [=] {
           analyze_faces({{kFace, "frontal"}}, grey, *state, *status, Options{});

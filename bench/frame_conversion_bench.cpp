@@ -24,19 +24,19 @@ void depth_floor(const cv::Mat& millimetres, cv::Mat& levels, cv::Mat& picture) 
 
 }  // namespace
 
-void measure_frame_conversion() {
+void add_frame_conversion_rows() {
   static const RecordedFrames frames = measured_frames()[1].frames;
   static cv::Mat levels;
   static cv::Mat picture;
   static cv::Mat grey;
   static ColorImages images;
-  measure(
+  add_row(
       "infrared conversion", "room", [] { infrared_picture(frames.infrared, picture); },
       [] { infrared_floor(frames.infrared, levels, picture); });
-  measure(
+  add_row(
       "depth conversion", "room", [] { depth_picture(frames.depth, picture); },
       [] { depth_floor(frames.depth, levels, picture); });
-  measure(
+  add_row(
       "colour conversion", "room", [] { images = color_images(frames.color, ChannelOrder::kBgrx); },
       [] {
         cv::cvtColor(frames.color, picture, cv::COLOR_BGRA2BGR);

@@ -11,8 +11,8 @@
 #include "bench/ratio_table.hpp"
 
 int main(int argc, char** argv) {
-  // Interleaved, so that a slow moment of the machine falls on work and floor alike. What the
-  // command line says comes later and wins.
+  // Interleaved, so that a slow moment of the machine affects work and floor alike. Arguments of
+  // the command line come after these and override them.
   char repetitions[] = "--benchmark_repetitions=7";
   char interleaving[] = "--benchmark_enable_random_interleaving=true";
   char least_time[] = "--benchmark_min_time=0.05";
@@ -21,15 +21,15 @@ int main(int argc, char** argv) {
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
   if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
-  halcyra::measure_frame_conversion();
-  halcyra::measure_face_detection();
-  halcyra::measure_face_analysis();
-  halcyra::measure_owner_samples();
-  halcyra::measure_room_awareness();
-  halcyra::measure_dashboard();
-  halcyra::measure_cycle();
-  halcyra::measure_start_up();
-  halcyra::RatioTable table(halcyra::measured_rows());
+  halcyra::add_frame_conversion_rows();
+  halcyra::add_face_detection_rows();
+  halcyra::add_face_analysis_rows();
+  halcyra::add_owner_samples_rows();
+  halcyra::add_room_awareness_rows();
+  halcyra::add_dashboard_rows();
+  halcyra::add_cycle_rows();
+  halcyra::add_start_up_rows();
+  halcyra::RatioTable table(halcyra::added_rows());
   benchmark::RunSpecifiedBenchmarks(&table);
   return 0;
 }

@@ -1,6 +1,6 @@
-// A measurement: some work of the program and beside it, in the same run, its floor: the bare
-// library calls that the work cannot do without, or, where the program does better than the
-// library, the library's own way.
+// The rows of the table. A row measures some work of the program and beside it, in the same run,
+// its floor: the bare library calls that the work cannot do without or, where the program does
+// better than that, the other way to do it.
 #pragma once
 
 #include <functional>
@@ -9,21 +9,27 @@
 
 namespace halcyra {
 
-// Registers both with Google Benchmark. `stage` and `scene` name the row of the table.
-void measure(const std::string& stage, const std::string& scene, std::function<void()> work,
-             std::function<void()> floor);
+enum class Clock {
+  kWall,
+  kProcessor  // of the calling thread; other programs on the machine do not add to it
+};
 
-// The rows of the table, in the order of their registration.
-const std::vector<std::string>& measured_rows();
+// Registers work and floor with Google Benchmark, which runs them later. `stage` and `scene` name
+// the row.
+void add_row(const std::string& stage, const std::string& scene, std::function<void()> work,
+             std::function<void()> floor, Clock clock = Clock::kWall);
 
-// Each registers the measurements of one stage of a cycle.
-void measure_frame_conversion();
-void measure_face_detection();
-void measure_face_analysis();
-void measure_owner_samples();
-void measure_room_awareness();
-void measure_dashboard();
-void measure_cycle();
-void measure_start_up();
+// The names of the rows, in the order in which they were added.
+const std::vector<std::string>& added_rows();
+
+// Each adds the rows of one stage of a cycle.
+void add_frame_conversion_rows();
+void add_face_detection_rows();
+void add_face_analysis_rows();
+void add_owner_samples_rows();
+void add_room_awareness_rows();
+void add_dashboard_rows();
+void add_cycle_rows();
+void add_start_up_rows();
 
 }  // namespace halcyra

@@ -25,11 +25,11 @@ void train(const std::vector<cv::Mat>& pictures) {
 
 }  // namespace
 
-void measure_owner_samples() {
+void add_owner_samples_rows() {
   for (const int count : {10, 100, 1000}) {
     const std::filesystem::path folder = samples_folder(count);
     const std::string scene = std::to_string(count) + " samples";
-    measure(
+    add_row(
         "load_samples", scene,
         [=] {
           std::vector<TrainingSample> samples;
@@ -40,7 +40,7 @@ void measure_owner_samples() {
     load_samples(folder.string(), samples);
     std::vector<cv::Mat> pictures;
     for (const TrainingSample& sample : samples) pictures.push_back(sample.image);
-    measure(
+    add_row(
         "load and train", scene, [=] { enrolled_owner(count); },
         [=] {
           read_pictures(folder);

@@ -12,8 +12,11 @@ namespace {
 constexpr char kBetween[] = " | ";
 constexpr char kFloor[] = " (floor)";
 
+// What Google Benchmark appends to the names of what it times by the wall clock.
+constexpr char kByWallClock[] = "/real_time";
+
 std::string without_suffix(const std::string& name) {
-  return name.substr(0, name.find("/real_time"));
+  return name.substr(0, name.find(kByWallClock));
 }
 
 std::string milliseconds(double microseconds) {
@@ -45,9 +48,10 @@ bool RatioTable::ReportContext(const Context& context) {
 void RatioTable::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
-    const std::string name = without_suffix(run.benchmark_name());
-    const double time = run.GetAdjustedRealTime();
-    double& shortest = shortest_.emplace(name, time).first->second;
+    const std::string name = run.benchmark_name();
+    const bool by_wall_clock = name.find(kByWallClock) != std::string::npos;
+    const double time = by_wall_clock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
+    double& shortest = shortest_.emplace(without_suffix(name), time).first->second;
     shortest = std::min(shortest, time);
   }
 }

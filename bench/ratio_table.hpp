@@ -10,11 +10,11 @@
 
 namespace halcyra {
 
-// The name that a row's work is measured under, and its floor.
+// The names under which a row's work and its floor are measured.
 std::string row_name(const std::string& stage, const std::string& scene);
 std::string floor_name(const std::string& row);
 
-// Keeps the shortest time of all repetitions: whatever else the machine does only adds to it.
+// Keeps the shortest time of all repetitions, as whatever else the machine does only adds to it.
 class RatioTable : public benchmark::BenchmarkReporter {
  public:
   // Rows that were not measured are left out.

@@ -42,7 +42,9 @@ std::vector<std::function<void()>> recorded_calls(const std::function<void()>& d
 }  // namespace halcyra
 
 // A program's own definitions go before those of the shared libraries it is linked with. These pass
-// every call on to OpenCV's, and record it.
+// every call on to OpenCV's, and record it. The signatures are OpenCV's own.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
+// NOLINTBEGIN(performance-unnecessary-value-param)
 namespace cv {
 
 void putText(InputOutputArray image, const std::string& text, Point origin, int font, double scale,
@@ -100,3 +102,5 @@ void Mat::convertTo(OutputArray to, int type, double alpha, double beta) const {
 }
 
 }  // namespace cv
+// NOLINTEND(performance-unnecessary-value-param)
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

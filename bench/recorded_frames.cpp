@@ -19,7 +19,7 @@ const virtual_kinect::FrameSource& room_source() {
   return kSource;
 }
 
-// The picture fills the frame's height; what is left at its sides mirrors it.
+// Scaled to the frame's height; the rest of the width is filled with its reflection.
 cv::Mat in_color_frame(const cv::Mat& picture) {
   constexpr int kWidth = 1920;
   constexpr int kHeight = 1080;

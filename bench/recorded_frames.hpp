@@ -1,4 +1,4 @@
-// What the measurements look at: frame sets as the sensor delivers them.
+// The frame sets that are measured, as the sensor delivers them.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ struct NamedFrames {
   RecordedFrames frames;
 };
 
-// One set of the rendered room's minute.
+// One set of the rendered room's minute, which has 30 sets a second; the first is 0.
 RecordedFrames room_frames(std::uint64_t set);
 
 // The rendered room with nobody, one person and three people, and a photograph of one person.

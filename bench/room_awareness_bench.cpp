@@ -9,14 +9,14 @@
 
 namespace halcyra {
 
-void measure_room_awareness() {
+void add_room_awareness_rows() {
   for (const int people : {0, 1, 10}) {
     auto status = std::make_shared<RuntimeStatus>();
     status->voice.direction_angle = "-4.5";
     status->voice.direction_confidence = "0.86";
     std::vector<FaceInfo> faces(static_cast<std::size_t>(people));
     for (FaceInfo& face : faces) face.box = {800, 200, 160, 160};
-    measure(
+    add_row(
         "update_room_awareness", std::to_string(people) + " faces",
         [=, hold = ModeHoldBack()]() mutable {
           update_room_awareness(*status, faces, Options{}, 1920, hold,

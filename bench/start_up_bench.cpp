@@ -1,4 +1,4 @@
-// From the call to the first picture, as processes; the floor is the time to load the libraries.
+// Whole processes, from the start to the first picture. The floor only loads the libraries.
 #include <cstdlib>
 #include <string>
 
@@ -16,13 +16,13 @@ void run_program(const std::string& scene, const std::string& arguments) {
 
 }  // namespace
 
-void measure_start_up() {
+void add_start_up_rows() {
   const std::string one_picture = "--smoke --frames 1 --samples-dir " + samples_folder(24).string();
   const auto load_libraries = [] { run_program("", "--help"); };
-  measure(
+  add_row(
       "start-up to first picture", "no sensor",
       [=] { run_program("", "--no-camera " + one_picture); }, load_libraries);
-  measure(
+  add_row(
       "start-up to first picture", "rendered room", [=] { run_program("room", one_picture); },
       load_libraries);
 }

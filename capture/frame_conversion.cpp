@@ -17,23 +17,23 @@ constexpr double kCapFloor = 1200.0;
 
 constexpr double kLeastDepth = 250.0;  // millimetres; nearer readings are noise
 constexpr double kMostDepth = 8000.0;  // farther readings are noise
-constexpr double kNearDepth = 500.0;   // the sensor's stated range begins
-constexpr double kFarDepth = 4500.0;   // and ends
+constexpr double kNearDepth = 500.0;   // the sensor's specified range begins here
+constexpr double kFarDepth = 4500.0;   // and ends here
 
 struct Range {
   double low;
   double high;
 };
 
-// Where a pixel is converted, every choice is between two values and none between two ways, so that
-// the compiler can work on many pixels at once.
+// The code for a single pixel selects between values and does not branch, so that the compiler can
+// vectorise the loops.
 
 bool is_intensity(float pixel) {
   return bool((pixel > 0) & (pixel <= std::numeric_limits<float>::max()));
 }
 
-// Positive floats are ordered as the integers with the same bits, and integers are compared many at
-// once.
+// Positive floats are in the same order as the integers with the same bits, and the minimum and
+// maximum of integers can be vectorised.
 std::int32_t bits_of(float pixel) {
   std::int32_t bits = 0;
   std::memcpy(&bits, &pixel, sizeof bits);
@@ -46,7 +46,7 @@ double float_of(std::int32_t bits) {
   return pixel;
 }
 
-// Least and greatest intensity; high is not above low when no two of them differ.
+// The least and the greatest intensity. `high` is not above `low` if no two intensities differ.
 Range intensity_range(const cv::Mat& intensities) {
   const std::int32_t most = bits_of(std::numeric_limits<float>::max());
   const int width = intensities.cols;
@@ -70,7 +70,7 @@ Range capped(Range range) {
   return {range.low, std::min(range.high, cap)};
 }
 
-// What is no intensity counts as the least one and gets level 0.
+// A pixel that is not an intensity counts as the least one and gets level 0.
 unsigned char intensity_level(float pixel, const Range& range, double scale) {
   const double intensity = is_intensity(pixel) ? static_cast<double>(pixel) : range.low;
   const double capped = intensity < range.high ? intensity : range.high;
@@ -80,7 +80,7 @@ unsigned char intensity_level(float pixel, const Range& range, double scale) {
 
 bool is_depth(float pixel) { return bool((pixel >= kLeastDepth) & (pixel <= kMostDepth)); }
 
-// Near is bright: 255 up to 500 mm, falling to 0 at 4500 mm and for what is no depth.
+// Near is bright: 255 up to 500 mm, falling to 0 at 4500 mm; 0 for a pixel that is not a depth.
 unsigned char depth_level(float pixel) {
   const double millimetres = is_depth(pixel) ? static_cast<double>(pixel) : kFarDepth;
   const double far_enough = millimetres > kNearDepth ? millimetres : kNearDepth;
@@ -88,13 +88,13 @@ unsigned char depth_level(float pixel) {
   return static_cast<unsigned char>(static_cast<int>(255 - ((depth - kNearDepth) / 4000) * 255));
 }
 
-// The 8-bit picture of the levels that `level_of` gives the pixels.
+// Applies `level_of` to every pixel; the result has 8 bits.
 template <typename LevelOf>
 cv::Mat levels_of(const cv::Mat& pixels, LevelOf level_of) {
   cv::Mat levels(pixels.size(), CV_8UC1);
   const int width = pixels.cols;
   cv::parallel_for_(cv::Range(0, pixels.rows), [&](const cv::Range& rows) {
-    const LevelOf level = level_of;  // a copy, which cannot be among the levels written
+    const LevelOf level = level_of;  // a copy, which no write to the levels can alias
     for (int y = rows.start; y < rows.end; ++y) {
       const float* from = pixels.ptr<float>(y);
       unsigned char* to = levels.ptr<unsigned char>(y);

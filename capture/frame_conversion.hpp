@@ -1,4 +1,4 @@
-// Turns the sensor's raw pixels into pictures. Knows nothing of the sensor.
+// Turns raw pixels of the sensor into pictures. Independent of the driver.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -16,12 +16,12 @@ enum class ChannelOrder { kBgrx, kRgbx };
 ColorImages color_images(const cv::Mat& pixels, ChannelOrder order);
 
 // Stretches the positive finite intensities (32-bit float, 1 channel) to an equalised 8-bit BGR
-// picture; very bright outliers saturate. False, with `picture` untouched, when no two intensities
+// picture; very bright outliers saturate. False, with `picture` untouched, if no two intensities
 // differ.
 bool infrared_picture(const cv::Mat& intensities, cv::Mat& picture);
 
 // Depth in millimetres (32-bit float, 1 channel) as a JET picture, nearest red at 500 mm, farthest
-// blue at 4500 mm. False, with `picture` untouched, when nothing lies between 250 and 8000 mm.
+// blue at 4500 mm. False, with `picture` untouched, if nothing lies between 250 and 8000 mm.
 bool depth_picture(const cv::Mat& millimetres, cv::Mat& picture);
 
 }  // namespace halcyra

@@ -15,7 +15,7 @@ using libfreenect2::Frame;
 constexpr int kTimeoutMs = 1000;
 
 #ifndef LIBFREENECT2_THREADING_STDLIB
-// False when no set got complete within the time limit.
+// False if no set was complete within the time limit.
 bool poll_for_frames(const KinectSession& session) {
   constexpr std::chrono::milliseconds kPause(1);
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(kTimeoutMs);
@@ -29,8 +29,8 @@ bool poll_for_frames(const KinectSession& session) {
 
 bool wait_for_frames(KinectSession& session) {
 #ifndef LIBFREENECT2_THREADING_STDLIB
-  // This build of the library ignores the timeout and would block for ever on a stalled sensor, so
-  // the set is only asked for once it is there.
+  // This build of the driver ignores the timeout and would block for ever on a stalled sensor, so
+  // poll until a set is there.
   if (!poll_for_frames(session)) return false;
 #endif
   return session.listener->waitForNewFrame(session.frames, kTimeoutMs);

@@ -8,12 +8,13 @@ namespace halcyra {
 
 struct RuntimeStatus;
 
-// Finds, opens and starts the sensor unless `options.no_camera`. Each outcome becomes the status
-// sentences and an event; nothing is retried, so a run that starts without a sensor stays without.
+// Finds, opens and starts the sensor unless `options.no_camera`. The outcome is told in the status
+// sentences and in the event log. Nothing is retried, so a run that starts without a sensor stays
+// without one.
 void open_kinect(KinectSession& session, const Options& options, RuntimeStatus& status);
 
-// Stops the streams if they had started and closes the device, if there is one. The context and
-// the listener live on until the session is destroyed.
+// Stops the streams if they had started, and closes the device if there is one. Failures are
+// ignored. The context and the listener stay until the session is destroyed.
 void close_kinect(KinectSession& session);
 
 }  // namespace halcyra

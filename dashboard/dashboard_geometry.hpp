@@ -31,7 +31,7 @@ struct DashboardGeometry {
 };
 
 // For a canvas of the options' size, each side raised to at least 800 x 480. Up to 7680 x 4320
-// every rectangle lies on the canvas and none overlaps another.
+// every part lies on the canvas and no two parts overlap.
 DashboardGeometry dashboard_geometry(const Options& options);
 
 // The height of the band of cards and events before its minimum is applied. The text size of the

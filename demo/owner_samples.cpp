@@ -15,9 +15,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using namespace virtual_kinect::room;
+namespace room = virtual_kinect::room;
 
-// Angles in degrees, lengths in millimetres.
+// One picture: where the owner stands, how he holds his head, the light, and what the picture shows
+// of him. Angles in degrees, lengths in millimetres.
 struct Shot {
   float x;
   float z;
@@ -26,9 +27,9 @@ struct Shot {
   float head_roll;
   float daylight;
   float lamp;
-  float frame_side;   // of the square that the picture shows, at the distance of the head
-  float frame_shift;  // its middle to the right of the head's
-  float frame_rise;   // and above it
+  float frame_side;   // of the square around the face, measured at the distance of the head
+  float frame_shift;  // from the middle of the head to that of the square, to the right
+  float frame_rise;   // and upwards
 };
 
 struct Stage {
@@ -69,8 +70,8 @@ const std::vector<Stage>& stages() {
   return all;
 }
 
-Posture posture_for(const Shot& shot) {
-  Posture posture;
+room::Posture posture_for(const Shot& shot) {
+  room::Posture posture;
   posture.x = shot.x;
   posture.z = shot.z;
   posture.body_yaw = 0.3F * shot.head_yaw;
@@ -81,30 +82,33 @@ Posture posture_for(const Shot& shot) {
 }
 
 cv::Rect frame_of(const Shot& shot) {
-  const float scale = kColorCamera.focal / shot.z;
-  const float head_height = head_position(look_of(Person::kOwner).body, posture_for(shot)).y;
+  const float scale = room::kColorCamera.focal / shot.z;
+  const float head_height =
+      room::head_position(room::look_of(room::Person::kOwner).body, posture_for(shot)).y;
   const float side = shot.frame_side * scale;
-  const float left = kColorCamera.column({shot.x + shot.frame_shift, 0.0F, shot.z}) - 0.5F * side;
-  const float top = kColorCamera.row({0.0F, head_height - shot.frame_rise, shot.z}) - 0.5F * side;
+  const float left =
+      room::kColorCamera.column({shot.x + shot.frame_shift, 0.0F, shot.z}) - 0.5F * side;
+  const float top =
+      room::kColorCamera.row({0.0F, head_height - shot.frame_rise, shot.z}) - 0.5F * side;
   return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(side),
           static_cast<int>(side)};
 }
 
-cv::Mat take(const Renderer& renderer, const Shot& shot, std::uint64_t number) {
-  Moment moment;
-  moment.people = {{Person::kOwner, posture_for(shot)}};
+cv::Mat take(const room::Renderer& renderer, const Shot& shot, std::uint64_t number) {
+  room::Moment moment;
+  moment.people = {{room::Person::kOwner, posture_for(shot)}};
   moment.light = {shot.daylight, shot.lamp};
   cv::Mat grey;
   cv::cvtColor(renderer.render_color(moment, number), grey, cv::COLOR_BGRA2GRAY);
   cv::Mat face;
-  cv::equalizeHist(grey(frame_of(shot)), face);  // as enrolment does it with what it sees
+  cv::equalizeHist(grey(frame_of(shot)), face);  // as faces are before they are compared
   return face;
 }
 
 }  // namespace
 
 void write_owner_samples(const fs::path& folder) {
-  const Renderer renderer(kUsualSeed + 1);
+  const room::Renderer renderer(room::kUsualSeed + 1);
   std::uint64_t number = 0;
   for (const Stage& stage : stages()) {
     const fs::path stage_folder = folder / stage.name;

@@ -5,9 +5,10 @@
 
 namespace halcyra {
 
-// Writes grey face pictures into the folders front, left and right below `folder`, which are made
-// where they are missing. None of them is taken from the story. Throws std::runtime_error when a
-// picture cannot be written.
+// Writes eight grey, square pictures of his face into each of the folders front, left and right
+// below `folder`, and makes those folders where they are missing. None shows a moment of the story.
+// Throws std::runtime_error when a picture cannot be written, and std::filesystem::filesystem_error
+// when a folder cannot be made.
 void write_owner_samples(const std::filesystem::path& folder);
 
 }  // namespace halcyra

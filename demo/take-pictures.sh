@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # Takes the pictures of the documentation: the demonstration's window in each view, at a moment that
-# shows what the view is for. Which frame is met depends on the machine, so no two runs give the
-# same pixels.
+# shows what the view is for. It depends on the machine which frame is on the screen at that moment, so
+# no two runs give the same pixels.
 # Usage: take-pictures.sh [FOLDER], by default docs/pictures; build the program first
 set -euo pipefail
 here=$(readlink -f "$(dirname "${BASH_SOURCE[0]}")")
 root=$(dirname "$here")
 demonstration=$root/build/demonstration
 
-# Runs the demonstration until so many seconds after its first picture.
+# Runs the demonstration and ends it the given number of seconds after its first picture.
 play_for() {
     local seconds=$1
     shift

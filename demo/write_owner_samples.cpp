@@ -1,5 +1,4 @@
-// Writes sample pictures of the rendered room's owner, for the program to recognise him by.
-
+// Writes sample pictures of the rendered room's owner, by which the program recognises him.
 #include <exception>
 #include <iostream>
 

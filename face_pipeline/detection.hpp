@@ -1,4 +1,4 @@
-// One face as the cascades found it, after overlapping hits were merged.
+// One face as a cascade found it, before or after overlapping hits were merged.
 #pragma once
 
 #include <string>

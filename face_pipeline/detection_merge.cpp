@@ -15,14 +15,14 @@ int pose_rank(const Detection& detection) {
   return 1;
 }
 
-bool goes_before(const Detection& a, const Detection& b) {
+bool comes_before(const Detection& a, const Detection& b) {
   if (a.box.area() != b.box.area()) return a.box.area() > b.box.area();
   return pose_rank(a) > pose_rank(b);
 }
 
 bool has_no_area(const cv::Rect& box) { return box.width <= 0 || box.height <= 0; }
 
-bool overlaps(const Detection& a, const Detection& b) {
+bool is_same_face(const Detection& a, const Detection& b) {
   if (has_no_area(a.box) || has_no_area(b.box)) return false;
   const cv::Rect common = a.box & b.box;
   if (has_no_area(common)) return false;
@@ -30,7 +30,7 @@ bool overlaps(const Detection& a, const Detection& b) {
   return both > 0 && common.area() / both >= kLeastOverlap;
 }
 
-// The area rule cannot win over the order of the list; it states what "better" means.
+// As the list is sorted by area, the second condition never holds; it completes the rule.
 bool replaces(const Detection& later, const Detection& kept) {
   return pose_rank(later) > pose_rank(kept) || later.box.area() > kClearlyLarger * kept.box.area();
 }
@@ -38,11 +38,11 @@ bool replaces(const Detection& later, const Detection& kept) {
 }  // namespace
 
 std::vector<Detection> dedupe(std::vector<Detection> detections) {
-  std::sort(detections.begin(), detections.end(), goes_before);
+  std::sort(detections.begin(), detections.end(), comes_before);
   std::vector<Detection> kept;
   for (const Detection& detection : detections) {
     const auto match = std::find_if(kept.begin(), kept.end(), [&](const Detection& known) {
-      return overlaps(detection, known);
+      return is_same_face(detection, known);
     });
     if (match == kept.end()) {
       kept.push_back(detection);

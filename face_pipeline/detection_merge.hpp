@@ -1,4 +1,4 @@
-// Merges the hits of several cascade passes so that one face yields one detection.
+// Merges the hits of several cascade passes, so that each face gives one detection.
 #pragma once
 
 #include <vector>
@@ -7,8 +7,11 @@
 
 namespace halcyra {
 
-// Of detections that overlap by at least 0.35 of their union, the largest claims the place and a
-// frontal one takes it over. The result is ordered by the area of the claimants, largest first.
+// Takes detections from the largest to the smallest (of equal areas, the better pose first). One
+// that overlaps no kept detection is kept; overlapping means that the intersection is at least 0.35
+// of the union. Otherwise it replaces the first that it overlaps if its pose is better: frontal is
+// better than a profile. The result is in the order in which places were first taken, so a
+// detection that replaced a larger one stands in that one's place.
 std::vector<Detection> dedupe(std::vector<Detection> detections);
 
 }  // namespace halcyra

@@ -23,7 +23,7 @@ void remember_last(const FaceInfo& face, RecognitionState& state) {
   state.cc_last_stage = face.stage;
 }
 
-void judge_quality(FaceInfo& face, const cv::Mat& crop) {
+void measure_and_judge(FaceInfo& face, const cv::Mat& crop) {
   const FaceMeasures measures = measure_face(crop);
   face.brightness = measures.brightness;
   face.contrast = measures.contrast;
@@ -31,9 +31,10 @@ void judge_quality(FaceInfo& face, const cv::Mat& crop) {
   face.quality = quality_verdict(crop.size(), measures);
 }
 
-// An accepted face is counted by its identity, so without a model it is not counted at all.
-void identify(FaceInfo& face, const cv::Mat& crop, RecognitionState& state, RuntimeStatus& status,
-              const Options& options) {
+// Rejected faces count as unknown. Accepted ones are counted by their identity, so without a model
+// they are not counted at all.
+void count_or_recognise(FaceInfo& face, const cv::Mat& crop, RecognitionState& state,
+                        RuntimeStatus& status, const Options& options) {
   if (face.quality != "accepted") {
     ++state.cc_unknown_predictions;
   } else if (!state.recognizer.empty()) {
@@ -54,8 +55,8 @@ std::vector<FaceInfo> analyze_faces(const std::vector<Detection>& detections, co
     if (face.box.width < 1 || face.box.height < 1) continue;
     face.detector_type = detection.detector_type;
     const cv::Mat crop = grey(face.box).clone();
-    judge_quality(face, crop);
-    identify(face, crop, state, status, options);
+    measure_and_judge(face, crop);
+    count_or_recognise(face, crop, state, status, options);
     remember_last(face, state);
     const int index = static_cast<int>(faces.size());
     face.person_id = index + 1;

@@ -1,4 +1,4 @@
-// Turns a frame's detections into the list of faces that everything else works with.
+// Turns a frame's detections into the list of faces that the rest of the program works with.
 #pragma once
 
 #include <vector>
@@ -14,9 +14,10 @@ namespace halcyra {
 
 struct RuntimeStatus;
 
-// Clamps, measures, judges and, with a model, recognises each detection, in order; numbers and
-// colours the faces and keeps the tallies and last values of `state`. `grey` is the full-resolution
-// 8-bit image that the boxes refer to; detections outside it are left out.
+// Clamps each detection to the image, measures and judges it and, if there is a model, recognises
+// it, in the order given. Numbers and colours the faces, and updates the tallies and last values of
+// `state`. `grey` is the full-resolution 8-bit one-channel image that the boxes refer to;
+// detections outside it are left out.
 std::vector<FaceInfo> analyze_faces(const std::vector<Detection>& detections, const cv::Mat& grey,
                                     RecognitionState& state, RuntimeStatus& status,
                                     const Options& options);

@@ -17,6 +17,7 @@ bool style_includes(const Options& options, const std::string& pass) {
   return options.detector_type == pass || options.detector_type == "frontal_or_profile";
 }
 
+// Equalised. Shares the pixels of `grey` at full scale.
 cv::Mat working_image(const cv::Mat& grey, const Options& options) {
   cv::Mat working;
   if (options.detect_scale < 1.0) {

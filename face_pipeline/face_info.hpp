@@ -1,4 +1,4 @@
-// One face of the current frame: where it is, how good the picture of it is and whose it may be.
+// One face of the current frame: where it is, how good its picture is, and whose it may be.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ struct FaceInfo {
   cv::Scalar color = cv::Scalar(80, 160, 240, 0);
   std::string detector_type = "none";
   std::string label = "Unknown";  // "Unknown", "CandidateDorran" or "ConfirmedDorran"
-  std::string stage = "unknown";  // stage of the nearest training sample
+  std::string stage = "unknown";  // of the nearest training sample
   double confidence = 0.0;        // LBPH distance, lower is nearer; 0 when not predicted
   double sharpness = 0.0;         // variance of the Laplacian
   double brightness = 0.0;        // mean grey level

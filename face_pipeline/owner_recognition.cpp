@@ -73,7 +73,7 @@ std::string vote_identity(RecognitionState& state, int predicted_label, double d
   return candidate ? "CandidateDorran" : "Unknown";
 }
 
-// The probe is equalised and the samples are not; the nearest one is a hint at the pose, no match.
+// The probe is equalised and the samples are not, so the nearest one only hints at the pose.
 std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::Mat& probe) {
   std::string stage = "unknown";
   double best = 1e100;

@@ -1,5 +1,5 @@
-// Decides whether a face is the owner's: matches it with the LBPH model and lets repeated good
-// matches confirm it.
+// Decides whether a face is the owner's: compares it with the samples by the LBPH model, and
+// confirms it after several good matches.
 #pragma once
 
 #include <string>
@@ -14,23 +14,24 @@ namespace halcyra {
 
 struct RuntimeStatus;
 
-// Loads the samples of `options.samples_dir` into the state and trains the model in memory; sets
-// `samples_loaded`. Without a sample the model stays null and "Recognition samples unavailable" is
-// logged, else "Dorran recognition samples loaded: " and their number. A samples path that exists
-// but is no folder throws std::filesystem::filesystem_error.
+// Loads the samples of `options.samples_dir` into the state, trains the model in memory and sets
+// `samples_loaded`. Without any sample the model stays null and "Recognition samples unavailable"
+// is logged; otherwise "Dorran recognition samples loaded: " and their number. Throws as
+// load_samples does.
 void train_recognizer(RecognitionState& state, const Options& options, RuntimeStatus& status);
 
-// Adds this face's vote to the run-wide history, keeps the last `confirm_window` of them and
-// returns "ConfirmedDorran", "CandidateDorran" or "Unknown". `distance` is the LBPH distance,
-// `predicted_label` the class that the model answered with.
+// Adds this face's vote to the history of the run, keeps the last `confirm_window` votes, and
+// returns "ConfirmedDorran", "CandidateDorran" or "Unknown". `predicted_label` is the class that
+// the model predicted, `distance` the LBPH distance to it.
 std::string vote_identity(RecognitionState& state, int predicted_label, double distance,
                           const Options& options);
 
-// The stage of the sample whose pixels are nearest to the 160 x 160 probe; "unknown" without one.
+// The stage of the sample whose pixels are nearest to the 160 x 160 probe, the first of several;
+// "unknown" without samples.
 std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::Mat& probe);
 
-// Matches an accepted face (8-bit grey crop) with the model, which must not be null: fills
-// `confidence`, `stage` and `label` of `face`, counts the outcome and logs a confirmed or an
+// Recognises an accepted face from its 8-bit grey crop by the model, which must not be null. Fills
+// `confidence`, `stage` and `label` of `face`, counts the outcome, and logs a confirmed or an
 // unknown face.
 void recognize_owner(FaceInfo& face, const cv::Mat& crop, RecognitionState& state,
                      RuntimeStatus& status, const Options& options);

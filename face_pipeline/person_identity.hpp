@@ -1,4 +1,4 @@
-// How a face is named and coloured wherever it appears.
+// The name and the colour of a face, wherever it appears.
 #pragma once
 
 #include <string>
@@ -9,13 +9,14 @@
 
 namespace halcyra {
 
-// True when an identity label names the owner, as a candidate or confirmed.
+// Whether a label is that of the owner, candidate or confirmed: whether it contains "Dorran".
 bool is_owner_label(const std::string& label);
 
-// "Dorran" for the owner, else "Person " and the number, else "Unknown" when it has no number.
+// "Dorran" for the owner, otherwise "Person " and `person_id`; "Unknown" if that is below 1.
 std::string person_display_name(const FaceInfo& face);
 
-// The owner's green, else one of five colours by index; a negative index counts as 0. BGR.
+// The owner's green for a label of the owner, otherwise one of five colours, which repeat; a
+// negative index counts as 0. BGR, 0 to 255.
 cv::Scalar person_color_for(int index, const std::string& label);
 
 }  // namespace halcyra

@@ -16,9 +16,9 @@ struct FaceMeasures {
 // `face` is an 8-bit one-channel crop with at least one pixel.
 FaceMeasures measure_face(const cv::Mat& face);
 
-// The first that holds of "too_small" (a side under 80 pixels), "too_dark" (brightness under 35),
-// "too_bright" (over 220), "low_contrast" (under 20), "too_blurry" (sharpness under 60); else
-// "accepted".
+// The first of these that applies: "too_small" (a side under 80 pixels), "too_dark" (brightness
+// under 35), "too_bright" (over 220), "low_contrast" (under 20), "too_blurry" (sharpness under 60);
+// if none does, "accepted".
 std::string quality_verdict(cv::Size size, const FaceMeasures& measures);
 
 }  // namespace halcyra

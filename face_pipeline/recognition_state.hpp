@@ -1,5 +1,5 @@
-// What owner recognition keeps for the whole run: the model, its samples, the votes and the tallies
-// that the exit summary prints.
+// What owner recognition keeps during a run: the model, its samples, the votes, and the tallies and
+// last values that the exit summary prints.
 #pragma once
 
 #include <deque>
@@ -16,8 +16,9 @@ namespace halcyra {
 struct RecognitionState {
   cv::Ptr<cv::face::LBPHFaceRecognizer> recognizer;  // null when no sample could be loaded
   std::vector<TrainingSample> samples;
-  std::deque<int> confirm_history;  // 1 = a vote for the owner, 0 = against; oldest first
-  int cc_unknown_predictions = 0;   // faces the gate rejected and faces matched as unknown
+  std::deque<int> confirm_history;  // 1 for a vote for the owner, otherwise 0; oldest first
+  int cc_unknown_predictions =
+      0;  // faces that the quality gate rejected, or that were matched as unknown
   int cc_candidate_dorran_predictions = 0;
   int cc_confirmed_dorran_predictions = 0;
   std::string cc_last_label = "Unknown";

@@ -21,7 +21,7 @@ std::string lower_extension(const fs::path& path) {
   return extension;
 }
 
-// A link that leads nowhere or in a circle is no file.
+// A dangling or circular link is not a file.
 bool is_sample_file(const fs::directory_entry& entry) {
   std::error_code ignored;
   if (!entry.is_regular_file(ignored) || entry.path().filename() == "manifest.json") return false;

@@ -8,11 +8,11 @@
 
 namespace halcyra {
 
-// Appends every .png, .jpg, .jpeg and .pgm file below `folder`, in path order, as 160 x 160 grey
-// samples. Returns whether `samples` holds any at the end; a missing folder gives false. Files that
-// are no pictures are left out. A path that is no folder, or a sub-folder that cannot be read,
-// throws std::filesystem::filesystem_error; a file whose head claims more than 2^30 pixels makes
-// OpenCV throw.
+// Appends every .png, .jpg, .jpeg and .pgm file in and below `folder` (in capitals, too), in path
+// order, as a 160 x 160 grey sample. Files that OpenCV cannot decode are left out. Returns whether
+// `samples` holds any in the end, but false for a missing folder. Throws
+// std::filesystem::filesystem_error if the path is not a folder or a sub-folder cannot be read.
+// OpenCV throws for a file whose header claims more than 2^30 pixels.
 bool load_samples(const std::string& folder, std::vector<TrainingSample>& samples);
 
 }  // namespace halcyra

@@ -1,4 +1,4 @@
-// One picture of the owner that the recogniser is trained with.
+// A picture of the owner, for training the recogniser.
 #pragma once
 
 #include <string>
@@ -8,10 +8,11 @@
 namespace halcyra {
 
 struct TrainingSample {
-  cv::Mat image;      // 8-bit grey, 160 x 160, not equalised
-  int label = 1;      // class label; the owner is the only class
-  std::string path;   // relative to the samples folder, with '/' between components
-  std::string stage;  // folder that holds the file, "flat" for the samples folder itself
+  cv::Mat image;     // 8-bit grey, 160 x 160, not equalised
+  int label = 1;     // class label; the owner is the only class
+  std::string path;  // relative to the samples folder, with '/' between components
+  std::string
+      stage;  // name of the folder that holds the file, "flat" for the samples folder itself
 };
 
 }  // namespace halcyra

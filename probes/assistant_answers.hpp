@@ -1,4 +1,4 @@
-// Judges what the two service managers answered about the Corvane assistant. Asks nobody itself.
+// Interprets the answers of the two service managers about the Corvane assistant. Runs nothing.
 #pragma once
 
 #include <string>
@@ -9,8 +9,7 @@
 namespace halcyra {
 
 // Rewrites `corvane` from the answers of the user's and of the system's service manager, which may
-// hold any bytes, and from the microphone that `voice` tells of. An empty answer reads as
-// "unknown".
+// hold any bytes, and from the microphone in `voice`. An empty answer reads as "unknown".
 void read_assistant_answers(const std::string& user_answer, const std::string& system_answer,
                             const VoiceStatus& voice, CorvaneStatus& corvane);
 

@@ -1,4 +1,4 @@
-// The size of the screen and where it was learnt.
+// The size of the screen and where it was found.
 #pragma once
 
 #include <cstdint>

@@ -5,7 +5,8 @@
 namespace halcyra {
 namespace {
 
-// True when the output shows a size that the expression's two groups name.
+// Sets `display` from the first match of the expression, whose two groups are width and height.
+// False without a match, or if a number does not fit into an int.
 bool read_size(const std::string& output, const re2::RE2& expression, const std::string& source,
                DisplayInfo& display) {
   std::int32_t width = 0;

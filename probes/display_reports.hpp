@@ -1,4 +1,4 @@
-// Reads the screen size out of what the X tools print. Runs nothing.
+// Reads the screen size from the output of the X tools. Runs nothing.
 #pragma once
 
 #include <string>
@@ -7,9 +7,9 @@
 
 namespace halcyra {
 
-// Whether the output of "xrandr --current" tells a size, which `display` is then set to: that of
-// the first connected output with a mode, else that of the whole screen. `display` is untouched
-// otherwise. The text may hold any bytes; a number too large for an int is none.
+// Sets `display` to the size in the output of "xrandr --current": that of the first connected
+// output with a mode, else that of the whole screen. False, with `display` untouched, if there is
+// none. The text may hold any bytes. A number too large for an int counts as none.
 bool read_xrandr(const std::string& output, DisplayInfo& display);
 
 // The same for the output of "xdpyinfo" and its first screen.

@@ -10,8 +10,8 @@ namespace {
 
 constexpr const char* kBlanks = " \t\n\r";
 
-// Reads numbers with a decimal point even after the window system has switched the process to the
-// user's locale. Lives as long as the process.
+// Numbers have a decimal point even after the window system has switched the process to the user's
+// locale. Never freed.
 locale_t plain_locale() {
   static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
   return locale;

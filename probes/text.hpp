@@ -1,4 +1,4 @@
-// Reading values out of what other programs wrote. Texts may be of any size and hold any bytes.
+// Reads values from the output of other programs. Texts may have any size and hold any bytes.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// Reads what the Sonmere voice service says of itself: the two reports of its control script and
-// the file with its latest event. Runs nothing and opens nothing.
+// Parses what the Sonmere voice service writes: the two reports of its control script and the file
+// with its latest event. Runs nothing and opens nothing.
 #pragma once
 
 #include <string>
@@ -8,15 +8,15 @@
 
 namespace halcyra {
 
-// Sets what the answers of "status" and "persistence-status" tell: `live_processing`,
-// `live_running`, `default_source`, `mic_presence` and `systemd_user_active`. The texts may hold
-// any bytes; a key that is missing reads as "unknown".
+// Sets `live_processing`, `live_running`, `default_source`, `mic_presence` and
+// `systemd_user_active` from the answers to "status" and "persistence-status". The texts may hold
+// any bytes; a missing key reads as "unknown".
 void read_voice_reports(const std::string& status, const std::string& persistence,
                         VoiceStatus& voice);
 
 // Sets `direction_angle`, `direction_confidence` and `direction_low_confidence` from the text of
-// the event file, which may hold any bytes and need not be JSON. A key that is missing or stands
-// before anything but signs, digits and points reads as "unknown".
+// the event file, which may hold any bytes and need not be JSON. A direction whose key is missing,
+// or not followed by minus signs, digits or points, reads as "unknown".
 void read_voice_event(const std::string& event, VoiceStatus& voice);
 
 }  // namespace halcyra

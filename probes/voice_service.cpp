@@ -21,13 +21,13 @@ bool is_there(const fs::path& path) {
   return fs::exists(path, ignored);
 }
 
-// "" for anything but a readable file: a pipe would block and a device might never end.
+// "" unless it is a readable regular file: a pipe would block, and a device might never end.
 std::string read_file(const fs::path& path) {
   std::error_code ignored;
   if (!fs::is_regular_file(path, ignored)) return "";
   std::ifstream file(path, std::ios::binary);
   std::ostringstream text;
-  text << file.rdbuf();  // unlike an iterator, does not throw when reading fails
+  text << file.rdbuf();  // does not throw when reading fails, unlike an iterator
   return text.fail() ? "" : text.str();
 }
 

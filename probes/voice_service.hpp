@@ -1,4 +1,4 @@
-// Asks the Sonmere voice service how it is and where it last heard a voice.
+// Asks the Sonmere voice service for its state and for the direction of the last voice.
 //
 // Its state files lie in .local/state/halcyra under the home folder ($HOME, or the working folder
 // when that is not set).
@@ -11,8 +11,9 @@ struct RuntimeStatus;
 // Relative to the working folder; takes a verb as its argument.
 constexpr char kVoiceControlScript[] = "./install/sonmerectl";
 
-// Rewrites `status.voice`, blocking while the control script runs. A missing script or key reads as
-// "unknown"; the direction and the paths keep their last values while the event file is missing.
+// Updates `status.voice`; blocks while the control script runs. With a missing script or key its
+// values are "unknown", the microphone "not present". While the event file is missing, the
+// direction keeps its last value; each path keeps its last value while its file is missing.
 void refresh_voice(RuntimeStatus& status);
 
 }  // namespace halcyra

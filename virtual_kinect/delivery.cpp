@@ -22,7 +22,7 @@ constexpr std::uint64_t kTicksPerSecond = 8000;
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 constexpr std::chrono::nanoseconds kFrameTime(kNanosecondsPerSecond / kSensorPace);
 
-// Long enough for a reader that waits for one second at a time to notice.
+// Long enough to be noticed by a reader that waits for one second at a time.
 constexpr std::chrono::milliseconds kPause(2500);
 constexpr std::uint64_t kPauseTicks = kPause.count() * kTicksPerSecond / 1000;
 
@@ -40,7 +40,7 @@ struct Delivery::Shared {
   bool is_heard() const { return listeners.color != nullptr || listeners.ir_and_depth != nullptr; }
 };
 
-// The frames of one set share this; the last of them to be deleted lets the next set go.
+// The frames of one set share this. When the last of them is deleted, the next set may go out.
 class Delivery::SetHold {
  public:
   explicit SetHold(std::shared_ptr<Shared> shared) : shared_(std::move(shared)) {}
@@ -168,13 +168,13 @@ std::uint32_t Delivery::timestamp_of(std::uint64_t set) const {
   return settings_.first_timestamp + static_cast<std::uint32_t>(ticks);
 }
 
-// False when the delivery has ended meanwhile.
+// False when the delivery ended meanwhile.
 bool Delivery::rest(std::chrono::nanoseconds duration) {
   std::unique_lock lock(shared_->mutex);
   return !shared_->changed.wait_for(lock, duration, [this] { return shared_->ended; });
 }
 
-// False when the delivery has ended.
+// Likewise.
 bool Delivery::wait_for_turn(std::uint64_t set) {
   std::unique_lock lock(shared_->mutex);
   if (settings_.pace > 0) {

@@ -95,8 +95,9 @@ std::string read_value(const cv::FileNode& node, DeviceSettings& settings) {
   return "is not a known key";
 }
 
-// FileStorage wants a version line first, which nobody writes by hand, and takes its own end marker
-// for the value of a last key that has none unless the text brings a marker itself.
+// FileStorage wants a version line first, which nobody writes by hand. It also appends an end
+// marker, which it then takes for the value of a last key without one, unless the text has a marker
+// itself.
 std::string storage_text(std::string text) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
@@ -117,8 +118,8 @@ bool has_too_many_digits(const std::string& text, const std::string& key) {
   return false;
 }
 
-// FileStorage keeps the low 32 bits of an integer, so that a number far out of range can come out
-// inside it.
+// FileStorage keeps the low 32 bits of an integer, so a number far out of range can come out as one
+// in range.
 std::string overflow_fault(const std::string& text) {
   for (const std::string key : {"pace", "drop", "corrupt"}) {
     if (has_too_many_digits(text, key)) return "\"" + key + "\" has too many digits";
@@ -126,7 +127,7 @@ std::string overflow_fault(const std::string& text) {
   return {};
 }
 
-// FileStorage never comes back from a line that begins with a dash after the end of a document.
+// FileStorage hangs on a line that begins with a dash after the end of a document.
 bool goes_on_with_a_dash(const std::string& document) {
   constexpr std::string_view kEndMarker = "\n...";
   std::size_t line = document.find(kEndMarker) + kEndMarker.size();  // storage_text sets one

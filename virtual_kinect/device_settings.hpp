@@ -33,7 +33,7 @@ struct DeviceSettings {
   bool closes = true;          // false: `close` returns false
   int lost_percent = 0;        // of each stream's frames: never arrive
   int damaged_percent = 0;     // of each stream's frames: arrive unusable or with arbitrary pixels
-  bool counters_wrap = false;  // sequence numbers and time stamps overflow within half a second
+  bool counters_wrap = false;  // sequence numbers and time stamps soon overflow
 };
 
 // Reads `file` into `settings`; keys that it does not have keep their values, as do all where it is

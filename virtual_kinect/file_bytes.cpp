@@ -9,7 +9,7 @@ std::optional<std::string> read_file(const std::filesystem::path& file) {
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(file, error);
   if (error) {
-    return std::nullopt;  // also keeps from opening a pipe, which would wait for its writer
+    return std::nullopt;  // for a pipe, too: opening one would wait for its writer
   }
   std::ifstream stream(file, std::ios::binary);
   if (!stream) return std::nullopt;

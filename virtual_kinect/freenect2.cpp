@@ -15,7 +15,7 @@ using halcyra::virtual_kinect::VirtualDevice;
 struct Freenect2::State {
   bool enumerated = false;
   std::optional<Scene> scene;
-  std::set<VirtualDevice*> devices;  // all that exist, also the closed ones
+  std::set<VirtualDevice*> devices;  // all that exist, including closed ones
 
   bool has_device(int index) {
     if (!enumerated) enumerate();

@@ -19,8 +19,8 @@ using libfreenect2::Frame;
 const cv::Size kColorSensorSize(1920, 1080);
 const cv::Size kDepthSensorSize(512, 424);
 
-// The stored pixels, not turned by an orientation tag: a sensor's picture has none. Empty where the
-// file cannot be decoded.
+// The pixels as they are stored. An orientation tag does not turn them, since a sensor's picture
+// has none. Empty where the file cannot be decoded.
 cv::Mat decode_file(const std::filesystem::path& file) {
   try {
     const std::optional<std::string> bytes = read_file(file);

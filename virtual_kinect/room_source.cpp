@@ -18,10 +18,10 @@ using room::Renderer;
 struct Room {
   explicit Room(std::uint32_t seed) : renderer(seed) {}
 
-  // Infrared and depth come from one measurement, so the set asked for last is kept.
+  // Infrared and depth are measured together, so the last set is kept for the other of the two.
   const InfraredAndDepth& measurement(std::uint64_t set) {
     if (!measured_set || *measured_set != set) {
-      measured = renderer.render_depth(moment_at(set), set);
+      measured = renderer.render_infrared_and_depth(moment_at(set), set);
       measured_set = set;
     }
     return measured;

@@ -9,7 +9,7 @@
 namespace halcyra {
 namespace {
 
-constexpr std::size_t kEventLimit = 11;  // lines the event panel has room for on a large window
+constexpr std::size_t kEventLimit = 11;  // so many fit into the event panel of a large window
 
 std::string local_time_text() {
   const std::time_t now = std::chrono::system_clock::to_time_t(

@@ -7,8 +7,8 @@ namespace halcyra {
 
 struct RuntimeStatus;
 
-// Puts the local time as HH:MM:SS, two spaces and the message at the front of the events and drops
-// the oldest beyond 11. Takes the message as it is; callers decide when to log. Cannot fail.
+// Puts a new event at the front: the local time as HH:MM:SS, two spaces and the message, unchanged.
+// Keeps the 11 newest. Repeated messages are logged again.
 void add_event(RuntimeStatus& status, const std::string& message);
 
 }  // namespace halcyra

@@ -1,5 +1,5 @@
-// The settings of one run: built-in defaults, overwritten from the command line, then by the
-// start-up sizing of the window and by the view, debug and microphone keys. Everything reads them.
+// The settings of one run. The command line overwrites the defaults, then the start-up sizing sets
+// the size of window and text, and the view, debug and microphone keys change theirs.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,9 @@
 namespace halcyra {
 
 struct Options {
-  std::int32_t frames = 0;  // shown frames before the run ends; 0 = no limit
+  std::int32_t frames = 0;  // frames, or turns without a sensor, until the run ends; 0 = no limit
   bool no_camera = false;
-  bool smoke = false;  // shortest key wait, for quick checks
+  bool smoke = false;  // waits 1 ms for keys instead of 30 ms
   std::string samples_dir = "faces/dorran";
   std::string cascade_path = "/usr/share/opencv4/haarcascades/haarcascade_frontalface_default.xml";
   std::string profile_cascade_path = "/usr/share/opencv4/haarcascades/haarcascade_profileface.xml";
@@ -31,7 +31,7 @@ struct Options {
   double font_scale = 0.0;       // 0 = derive from the window size
   bool fullscreen = false;
   std::string preset = "normal";
-  std::string overlay_mode = "auto";  // the view word as an older script gave it
+  std::string overlay_mode = "auto";  // the word of --overlay-mode; older scripts use it
   std::string view = "combo";         // always one of the seven canonical view names
   bool spare_toggle = true;           // reserved; nothing reads it
   bool face_boxes = true;

@@ -11,9 +11,9 @@ namespace halcyra {
 // view word in any letter case, or "" for an unknown word.
 std::string canonical_view(std::string word);
 
-// Applies a view word to `options`. An unknown word leaves the view as it is. With `legacy` set,
-// `overlay_mode` keeps the word as given, for scripts that read it back; otherwise it follows the
-// view. The words "debug" and "audio", exactly so, also switch `debug` or `mic_hud` on.
+// Applies a view word to `options`. An unknown word leaves the view as it is. `overlay_mode`
+// becomes the word as given if `legacy` is set, else the view. The words "debug" and "audio", in
+// lower case only, also switch `debug` or `mic_hud` on.
 void select_view(Options& options, const std::string& word, bool legacy);
 
 // The upper-case label of a canonical view name; "COMBO" for anything else.

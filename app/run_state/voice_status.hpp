@@ -1,4 +1,5 @@
-// What the Sonmere voice service said of itself. Texts are kept as the service printed them.
+// What the Sonmere voice service reported. Texts are kept as it printed them, without white space
+// at their ends.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@ namespace halcyra {
 struct VoiceStatus {
   std::string live_processing = "unknown";
   std::string default_source = "unknown";  // the sound server's default input
-  std::string mic_presence = "unknown";    // "present" or "not present" once asked
+  std::string mic_presence = "unknown";    // "present" or "not present" after the first refresh
   std::string systemd_user_active = "unknown";
   std::string event_path = "unknown";            // set once the event file was seen
   std::string wav_path = "unknown";              // set once the recording was seen

@@ -12,10 +12,10 @@ namespace {
 // OpenCV lowers every stage's threshold by this much when it loads a cascade.
 constexpr float kThresholdSlack = 1e-5F;
 
-// Up to here, every whole number is a float of its own.
+// Up to here, single precision holds every whole number exactly.
 constexpr double kLargestExactSum = 16777216.0;
 
-// Whether the sums of squares over the window, multiplied as in the variance, keep their sign.
+// A window's sum of squares is computed modulo 2^32 and read as a signed number.
 constexpr double kLargestSquareSum = 2147483647.0;
 
 constexpr double kBrightest = 255.0;

@@ -14,11 +14,11 @@
 namespace halcyra::haar {
 namespace {
 
-// A task is about this many windows: enough to fill the vectors of the later stages, few enough for
-// their sums to stay in the cache.
+// A task scans about this many windows: enough to fill the vectors of the later stages, few enough
+// for their sums to stay in the cache.
 constexpr int kWindowsPerTask = 8192;
 
-// Plans are kept for about this many pictures of different widths.
+// Plans depend on the picture's width. When more than this many are cached, all are made anew.
 constexpr std::size_t kMostPlans = 16;
 
 WindowScan* scan_for(InstructionSet instructions) {
@@ -30,14 +30,15 @@ WindowScan* scan_for(InstructionSet instructions) {
   return scan_windows_baseline;
 }
 
-// So many places in a row or column have room for a window.
-int room_for(int window, int side) { return std::max(side + 1 - window, 0); }
+// The number of places that a window has along a side of the picture.
+int places_for(int window, int side) { return std::max(side + 1 - window, 0); }
 
-// OpenCV cuts every layer into the same number of stripes for its threads. Where the number of rows
-// is odd, its stripes may end before the last row that has room.
+// The number of rows, from the top, in which OpenCV looks for windows. It cuts every layer into the
+// same number of stripes for its threads, and stripes of a layer that is searched in every other
+// row may end before the last row that has room for a window.
 int searched_height(const PyramidLayer& first, const PyramidLayer& layer, const cv::Size& window) {
-  const int stripes = cvCeil(room_for(window.width, first.size.width) / 32.0);
-  const int height = room_for(window.height, layer.size.height);
+  const int stripes = cvCeil(places_for(window.width, first.size.width) / 32.0);
+  const int height = places_for(window.height, layer.size.height);
   const int stripe = std::max((height / layer.step + stripes - 1) / stripes, 1) * layer.step;
   return std::min(stripes * stripe, height);
 }
@@ -50,7 +51,7 @@ LayerView view_of(const PyramidLayer& layer, const PlaneLayout& layout) {
 
 using Place = std::pair<int, int>;  // row, column
 
-// Where the windows stand in the layer or, if visited from the right, in its mirror image.
+// Pixels of the layer or, if windows are visited from the right, of its mirror image.
 std::vector<Place> sorted_places(const WaitingWindows& passed, const WindowRows& rows, int step,
                                  const PlaneLayout& layout) {
   std::vector<Place> places;
@@ -86,28 +87,28 @@ struct CascadeSearch::Task {
 CascadeSearch::CascadeSearch(StumpCascade cascade, InstructionSet instructions)
     : cascade_(std::move(cascade)), mirrored_(mirrored(cascade_)), instructions_(instructions) {}
 
-const ScanPlan& CascadeSearch::plan(const PlaneLayout& layout, Facing facing,
-                                    const WindowColumns& columns) {
-  for (const std::unique_ptr<KnownPlan>& known : plans_) {
-    if (known->layout == layout && known->facing == facing && known->columns == columns) {
-      return known->plan;
+const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing,
+                                        const WindowColumns& columns) {
+  for (const std::unique_ptr<CachedPlan>& cached : plans_) {
+    if (cached->layout == layout && cached->facing == facing && cached->columns == columns) {
+      return cached->plan;
     }
   }
   const StumpCascade& cascade = facing == Facing::kMirrored ? mirrored_ : cascade_;
-  plans_.push_back(std::make_unique<KnownPlan>(
-      KnownPlan{layout, facing, columns, plan_scan(cascade, layout, columns)}));
+  plans_.push_back(std::make_unique<CachedPlan>(
+      CachedPlan{layout, facing, columns, plan_scan(cascade, layout, columns)}));
   return plans_.back()->plan;
 }
 
-std::vector<CascadeSearch::Task> CascadeSearch::tasks(
+std::vector<CascadeSearch::Task> CascadeSearch::tasks_for(
     const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout, Facing facing) {
   std::vector<Task> tasks;
   for (const PyramidLayer* layer : layers) {
-    const int columns = room_for(cascade_.window.width, layer->size.width);
+    const int columns = places_for(cascade_.window.width, layer->size.width);
     if (columns == 0) continue;
     const bool from_right = facing == Facing::kMirrored;
     const int first_column = from_right ? (columns - 1) % layer->step : 0;
-    const ScanPlan& its_plan = plan(layout, facing, {layer->step, first_column});
+    const ScanPlan& its_plan = plan_for(layout, facing, {layer->step, first_column});
     const int windows = ceiling_of_quotient(columns, layer->step);
     const int height = searched_height(*layers.front(), *layer, cascade_.window);
     const int rows = ceiling_of_quotient(height, layer->step);
@@ -144,9 +145,9 @@ void CascadeSearch::run(Task& task, const PlaneLayout& layout) {
 std::vector<cv::Rect> CascadeSearch::operator()(ImagePyramid& pyramid,
                                                 const std::vector<float>& scales, Facing facing) {
   const PlaneLayout layout = pyramid.layout();
-  // Only here, as tasks refer to plans.
+  // Before the tasks are made, as they point to plans.
   if (plans_.size() > kMostPlans) plans_.clear();
-  std::vector<Task> all = tasks(pyramid.layers(scales), layout, facing);
+  std::vector<Task> all = tasks_for(pyramid.layers(scales), layout, facing);
   cv::parallel_for_(cv::Range(0, static_cast<int>(all.size())), [&](const cv::Range& range) {
     for (int i = range.start; i < range.end; ++i) run(all[static_cast<std::size_t>(i)], layout);
   });

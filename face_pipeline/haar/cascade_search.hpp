@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 #include <vector>
 
 #include <opencv2/core/types.hpp>
@@ -26,22 +25,23 @@ class CascadeSearch {
 
   const cv::Size& window() const { return cascade_.window; }
 
-  // Every window that passes the cascade, before any grouping: by scale, then from top to bottom,
-  // then from left to right, as cv::CascadeClassifier finds them on one thread. The pyramid's
-  // picture is at least as large as the window, and for kMirrored mirrors_exactly holds for each
-  // of the scales. Works on OpenCV's threads.
+  // Every window that passes the cascade, before any grouping, in pixels of the picture: ordered by
+  // scale, then from top to bottom, then from left to right, as cv::CascadeClassifier finds them on
+  // one thread. The pyramid's picture must be at least as large as the window. For kMirrored,
+  // resize_mirrors_exactly must hold from the picture's width to that of each scale. One call at a
+  // time; the search itself runs on OpenCV's threads.
   std::vector<cv::Rect> operator()(ImagePyramid& pyramid, const std::vector<float>& scales,
                                    Facing facing);
 
  private:
   struct Task;
 
-  const ScanPlan& plan(const PlaneLayout& layout, Facing facing, const WindowColumns& columns);
-  std::vector<Task> tasks(const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout,
-                          Facing facing);
+  const ScanPlan& plan_for(const PlaneLayout& layout, Facing facing, const WindowColumns& columns);
+  std::vector<Task> tasks_for(const std::vector<const PyramidLayer*>& layers,
+                              const PlaneLayout& layout, Facing facing);
   void run(Task& task, const PlaneLayout& layout);
 
-  struct KnownPlan {
+  struct CachedPlan {
     PlaneLayout layout;
     Facing facing;
     WindowColumns columns;
@@ -51,7 +51,7 @@ class CascadeSearch {
   StumpCascade cascade_;
   StumpCascade mirrored_;
   InstructionSet instructions_;
-  std::vector<std::unique_ptr<KnownPlan>> plans_;
+  std::vector<std::unique_ptr<CachedPlan>> plans_;
   ScratchPool scratch_;
 };
 

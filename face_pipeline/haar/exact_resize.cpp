@@ -5,8 +5,8 @@
 
 namespace halcyra::haar {
 
-// The steps of OpenCV 4.6's computation and their roundings: the scale is the inverse of an
-// inverse.
+// Step by step what OpenCV 4.6 computes, as each step rounds: hence a scale that is the inverse of
+// an inverse.
 std::vector<int> resize_positions(int source, int scaled) {
   constexpr int kOne = 256;
   const double scale = 1.0 / (static_cast<double>(scaled) / static_cast<double>(source));

@@ -11,7 +11,7 @@
 namespace halcyra::haar {
 namespace {
 
-// How much hits of one object may differ, as part of their size; OpenCV's own choice.
+// How far hits of one object may lie apart, as a fraction of their size. OpenCV's own value.
 constexpr double kGroupingTolerance = 0.2;
 
 std::vector<float> scales_for(const cv::Size& picture, const cv::Size& window,
@@ -24,8 +24,8 @@ bool has_room(const cv::Size& picture, const cv::Size& window) {
   return picture.width >= window.width && picture.height >= window.height;
 }
 
-// What OpenCV does with the boxes of every classifier before it returns them.
-void clip(std::vector<cv::Rect>& boxes, const cv::Size& picture) {
+// cv::CascadeClassifier does this with what the implementation behind it returns.
+void clip_and_drop_empty(std::vector<cv::Rect>& boxes, const cv::Size& picture) {
   const cv::Rect whole(cv::Point(), picture);
   for (cv::Rect& box : boxes) box &= whole;
   boxes.erase(
@@ -49,7 +49,7 @@ std::vector<cv::Rect> FastCascadeClassifier::detect(ImagePyramid& pyramid, Facin
   if (!has_room(pyramid.picture().size(), window())) return {};
   std::vector<cv::Rect> boxes = candidates(pyramid, facing, settings);
   cv::groupRectangles(boxes, settings.min_neighbors, kGroupingTolerance);
-  clip(boxes, pyramid.picture().size());
+  clip_and_drop_empty(boxes, pyramid.picture().size());
   return boxes;
 }
 
@@ -70,7 +70,8 @@ bool FastCascadeClassifier::covers(cv::InputArray image, double scale_factor) co
 
 bool FastCascadeClassifier::empty() const { return original_->empty(); }
 
-// Another file could hold a cascade that is not covered; load_fast_cascade tells.
+// Another file could hold a cascade that is not covered, and this cannot make way for OpenCV's own
+// classifier; load_fast_cascade can.
 bool FastCascadeClassifier::load(const cv::String& /*filename*/) {
   CV_Error(cv::Error::StsNotImplemented, "load another cascade with load_fast_cascade");
 }

@@ -13,7 +13,8 @@
 
 namespace halcyra::haar {
 
-// What cv::CascadeClassifier::detectMultiScale is asked for.
+// The arguments of cv::CascadeClassifier::detectMultiScale, with its defaults. A size with a side
+// of 0 is no limit.
 struct DetectionSettings {
   double scale_factor = 1.1;  // above 1
   int min_neighbors = 3;
@@ -21,23 +22,24 @@ struct DetectionSettings {
   cv::Size max_size;
 };
 
-// Stands behind a cv::CascadeClassifier. Finds the same objects in the same order as OpenCV's
-// classifier on one thread; OpenCV itself promises no order on several. Calls that this does not
-// cover go to OpenCV's classifier of the same file: pictures in colour or not in a cv::Mat,
-// pictures smaller than the window, mask generators and the variant with reject levels. Like
-// OpenCV's, for one call at a time.
+// The implementation behind a cv::CascadeClassifier. Finds the same objects in the same order as
+// OpenCV's classifier does on one thread; on several, OpenCV's own order varies. Calls that this
+// does not cover are passed on to OpenCV's classifier of the same file: pictures in colour, not in
+// a cv::Mat or smaller than the window, scale factors that are not above 1, mask generators, and
+// the overload with reject levels. Like OpenCV's, it serves one call at a time.
 class FastCascadeClassifier final : public cv::BaseCascadeClassifier {
  public:
   // `original` is OpenCV's classifier, loaded from the file that `cascade` was read from.
   FastCascadeClassifier(cv::Ptr<cv::BaseCascadeClassifier> original, StumpCascade cascade,
                         InstructionSet instructions);
 
-  // The objects in the pyramid's picture or, mirrored, in its mirror image, as
-  // cv::CascadeClassifier::detectMultiScale finds them. The classifier's own pyramid may be used.
+  // The objects in the pyramid's picture or its mirror image, in pixels of either, as
+  // cv::CascadeClassifier::detectMultiScale finds them; none if the picture is smaller than the
+  // window. `pyramid` may be the classifier's own. A mask generator has no effect here.
   std::vector<cv::Rect> detect(ImagePyramid& pyramid, Facing facing,
                                const DetectionSettings& settings);
 
-  // Whether detect may be called with Facing::kMirrored for such a picture.
+  // Whether detect may be called with Facing::kMirrored for a picture of this size.
   bool can_mirror(const cv::Size& picture, const DetectionSettings& settings) const;
 
   ImagePyramid& pyramid() { return pyramid_; }
@@ -72,14 +74,14 @@ class FastCascadeClassifier final : public cv::BaseCascadeClassifier {
   ImagePyramid pyramid_;
 };
 
-// Like classifier.load(path), with its answers and its exceptions. Afterwards a
-// FastCascadeClassifier stands behind the classifier if it covers the file's cascade, otherwise
-// OpenCV's own.
+// classifier.load(path), with its answer and its exceptions. If it succeeds and the file's cascade
+// is covered, a FastCascadeClassifier stands behind `classifier` afterwards, otherwise OpenCV's
+// own. It uses the given instruction set, which must be available, or else the last available one.
 bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path);
 bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path,
                        InstructionSet instructions);
 
-// What stands behind the classifier, or null if that is OpenCV's own or nothing.
+// The FastCascadeClassifier behind `classifier`; null if there is OpenCV's own or none.
 FastCascadeClassifier* fast_cascade(const cv::CascadeClassifier& classifier);
 
 }  // namespace halcyra::haar

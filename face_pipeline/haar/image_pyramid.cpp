@@ -10,13 +10,13 @@
 namespace halcyra::haar {
 namespace {
 
-// The search loads whole vectors, up to this many entries beyond the last window it looks at.
+// The search loads whole vectors, which reach less than this many entries beyond the last window.
 constexpr int kMargin = 64;
 
 // From this scale on, the search visits every column and row.
 constexpr float kFirstCoarseScale = 2.0F;
 
-// A row of the planes, below a row that is complete. Unsigned, as sums of squares wrap around.
+// One row of the three planes.
 struct PlaneRow {
   PlaneRow(PyramidLayer& layer, const PlaneLayout& layout, int row)
       : pitch(layout.pitch),
@@ -36,9 +36,9 @@ void clear(const PlaneRow& row) {
   std::fill_n(row.low_sums, row.pitch, std::uint16_t{0});
 }
 
-// The sums along one row of pixels, from its start to some column, and how they get into the row of
-// the planes. An object of its own without pointers to itself, so that all of it stays in
-// registers.
+// The sums along one row of pixels, from its start to some column. `put` adds those of the row
+// above and stores the result. Unsigned, as sums of squares wrap around. Rows are passed by value,
+// so that nothing points to these sums and they stay in registers.
 struct RunningSums {
   std::uint32_t sum = 0;
   std::uint32_t squares = 0;
@@ -56,7 +56,7 @@ struct RunningSums {
   }
 };
 
-void cut_down(const PlaneRow& row, int entries) {
+void store_low_sums(const PlaneRow& row, int entries) {
   for (int i = 0; i < entries; ++i) row.low_sums[i] = static_cast<std::uint16_t>(row.sums[i]);
 }
 
@@ -67,10 +67,10 @@ void add_pixels(const PlaneRow row, const std::uint8_t* pixels, int width) {
     running.add(pixels[x]);
     running.put(row, x + 1);
   }
-  cut_down(row, width + 1);
+  store_low_sums(row, width + 1);
 }
 
-// Even and odd columns apart.
+// For layers with step 2: even and odd columns apart.
 void add_pixels_apart(const PlaneRow row, const std::uint8_t* pixels, int width, int odd_start) {
   RunningSums running;
   running.put(row, 0);
@@ -84,7 +84,7 @@ void add_pixels_apart(const PlaneRow row, const std::uint8_t* pixels, int width,
     running.add(pixels[width - 1]);
     running.put(row, odd_start + width / 2);
   }
-  cut_down(row, odd_start + (width + 1) / 2);
+  store_low_sums(row, odd_start + (width + 1) / 2);
 }
 
 void sum_up(const PlaneLayout& layout, PyramidLayer& layer) {
@@ -116,13 +116,13 @@ void make_layer(const cv::Mat& picture, PyramidLayer& layer) {
 
 }  // namespace
 
-// An odd number of cache lines in a row, so that entries below each other do not compete for the
-// same places of the cache.
+// A row has an odd number of blocks of 32 entries, so that entries above each other do not compete
+// for the same sets of the cache.
 PlaneLayout plane_layout(int picture_width) {
-  constexpr int kLine = 32;
+  constexpr int kBlock = 32;
   const int half = picture_width / 2 + 1;
-  const int lines = (2 * half + kLine - 1) / kLine;
-  const int pitch = kLine * (lines + 1 - lines % 2);
+  const int blocks = (2 * half + kBlock - 1) / kBlock;
+  const int pitch = kBlock * (blocks + 1 - blocks % 2);
   return {pitch, pitch / 2};
 }
 

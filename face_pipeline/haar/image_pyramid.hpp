@@ -11,23 +11,23 @@
 
 namespace halcyra::haar {
 
-// How the planes of a picture's layers are laid out; the same for pictures of the same width.
+// The layout that the planes of all layers share. It depends on the picture's width alone.
 PlaneLayout plane_layout(int picture_width);
 
-// Makes each copy once, when it is first asked for, however many cascades search it. Memory is kept
-// from picture to picture.
+// Makes each copy once, when it is first asked for, however many cascades search it. Memory is
+// reused from picture to picture.
 class ImagePyramid {
  public:
-  // Forgets what was made of the picture before. The 8-bit one-channel picture is not copied: its
-  // pixels must stay what they are until the next call or forget_picture.
+  // Takes an 8-bit one-channel picture and forgets all copies of the one before. The picture itself
+  // is not copied: its pixels must not change until the next call or forget_picture.
   void set_picture(const cv::Mat& picture);
   void forget_picture() { set_picture(cv::Mat()); }
 
   const cv::Mat& picture() const { return picture_; }
   PlaneLayout layout() const { return plane_layout(picture_.cols); }
 
-  // The layers of these scales, in this order, each scale at least 1. Valid until set_picture.
-  // Works on OpenCV's threads.
+  // The layers of these scales (each at least 1), in this order. Missing ones are made first, on
+  // OpenCV's threads. Valid until the next set_picture.
   std::vector<const PyramidLayer*> layers(const std::vector<float>& scales);
 
  private:
@@ -35,7 +35,7 @@ class ImagePyramid {
 
   cv::Mat picture_;
   std::vector<std::unique_ptr<PyramidLayer>> layers_;
-  std::size_t made_ = 0;  // so many of them are of this picture
+  std::size_t made_ = 0;  // the number of layers, from the first, that are of this picture
 };
 
 }  // namespace halcyra::haar

@@ -1,4 +1,4 @@
-// Which of the processor's instructions the search may use.
+// Which instructions of the processor the search may use.
 #pragma once
 
 #include <vector>
@@ -7,8 +7,8 @@ namespace halcyra::haar {
 
 enum class InstructionSet { kBaseline, kAvx2, kAvx512 };
 
-// Those that this program was built for and that this machine can run, the fastest last. The
-// baseline is always among them.
+// Those that the program was built for and this machine can run, from the slowest to the fastest.
+// The baseline is always the first.
 std::vector<InstructionSet> available_instruction_sets();
 
 }  // namespace halcyra::haar

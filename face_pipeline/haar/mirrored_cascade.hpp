@@ -1,4 +1,4 @@
-// A cascade that finds in a picture what another one finds in its mirror image.
+// Mirrors a cascade, so that it finds in a picture what the original finds in the mirror image.
 #pragma once
 
 #include "face_pipeline/haar/stump_cascade.hpp"

@@ -8,20 +8,21 @@
 
 namespace halcyra::haar {
 
-// Where the column x of an integral image stands in a row of `pitch` entries. Windows of a fine
-// scale start at every other column. There, even columns stand first and odd ones from `odd_start`
-// on, so that what neighbouring windows read is adjacent in either case.
+// Where a row of `pitch` entries holds the columns of an integral image. Layers with step 1 keep
+// them in order. Layers with step 2 keep the even columns first and the odd ones from `odd_start`
+// on. So what neighbouring windows read is adjacent either way.
 struct PlaneLayout {
   int pitch = 0;
   int odd_start = 0;  // half of the pitch
 };
 
-// Entry (x, y) of a plane is the sum over all pixels above and to the left of (x, y); there is one
-// more row and column than in the picture. All planes have the same layout.
+// Each plane is an integral image: entry (x, y) is the sum over all pixels above and to the left of
+// (x, y), so there is one more row and column than in the shrunken picture. All planes have the
+// layout of ImagePyramid::layout.
 struct PyramidLayer {
   float scale = 1.0F;
   cv::Size size;     // of the shrunken picture
-  int step = 1;      // from one window to the next, in columns and in rows
+  int step = 1;      // distance of neighbouring windows, in columns and in rows: 1 or 2
   cv::Mat shrunken;  // 8-bit, one channel
   std::vector<std::int32_t> sums;
   std::vector<std::int32_t> square_sums;  // modulo 2^32

@@ -11,8 +11,8 @@
 namespace halcyra::haar {
 namespace {
 
-using Corner = std::pair<int, int>;           // x, y
-using CornerWeights = std::map<Corner, int>;  // without those of weight 0
+using Corner = std::pair<int, int>;  // x, y
+using CornerWeights = std::map<Corner, int>;
 using Corners = std::vector<Corner>;
 
 constexpr int kBrightest = 255;
@@ -20,7 +20,7 @@ constexpr int kBrightest = 255;
 // Whole votes add up to less than this in magnitude.
 constexpr double kLargestVoteSum = 1073741824.0;
 
-// The entry that the window at the first column reads for a column of its own.
+// Which entry of a plane the first window of a row reads for a corner in window pixels.
 class EntryOffsets {
  public:
   EntryOffsets(const PlaneLayout& layout, const WindowColumns& columns)
@@ -45,6 +45,7 @@ std::array<Corner, 4> corners_of(const cv::Rect& area) {
           Corner{right, bottom}};
 }
 
+// Without the corners whose weights cancel out.
 CornerWeights corner_weights(const RectFeature& feature) {
   constexpr std::array<int, 4> kSigns = {1, -1, -1, 1};
   CornerWeights weights;
@@ -68,7 +69,7 @@ Corners with_weight(const CornerWeights& weights, int weight) {
 
 struct ShapedFeature {
   FeatureShape shape = kAnyShape;
-  Corners corners;  // in the shape's order; none where there is no such shape
+  Corners corners;  // in the shape's order; none for kAnyShape
 };
 
 struct ShapeRule {
@@ -84,7 +85,8 @@ const std::vector<ShapeRule>& shape_rules() {
   return rules;
 }
 
-bool follows(const CornerWeights& weights, const ShapeRule& rule, Corners& corners) {
+// Fills in the corners in the rule's order if the weights follow the rule.
+bool take_corners(const CornerWeights& weights, const ShapeRule& rule, Corners& corners) {
   for (const auto& [weight, count] : rule.weights) {
     const Corners found = with_weight(weights, weight);
     if (found.size() != count) return false;
@@ -118,7 +120,7 @@ ShapedFeature shape_of(const RectFeature& feature, const cv::Size& window) {
   const CornerWeights weights = corner_weights(feature);
   for (const ShapeRule& rule : shape_rules()) {
     ShapedFeature shaped{rule.shape, {}};
-    if (follows(weights, rule, shaped.corners)) return shaped;
+    if (take_corners(weights, rule, shaped.corners)) return shaped;
   }
   return {};
 }
@@ -133,7 +135,7 @@ AnyFeature any_feature(const RectFeature& feature, const EntryOffsets& offset) {
   return any;
 }
 
-// Votes times this are whole votes.
+// A power of two. Votes times this, rounded, are whole votes.
 double vote_unit(const CascadeStage& stage) {
   double sum = 1.0;
   for (const Stump& stump : stage.stumps) {
@@ -252,7 +254,6 @@ ScanPlan plan_scan(const StumpCascade& cascade, const PlaneLayout& layout,
   const EntryOffsets offset(layout, columns);
   const cv::Rect inner(1, 1, cascade.window.width - 2, cascade.window.height - 2);
   ScanPlan plan;
-  plan.window = cascade.window;
   const std::array<Corner, 4> corners = corners_of(inner);
   std::transform(corners.begin(), corners.end(), plan.norm_corners.begin(), offset);
   plan.norm_area = inner.area();

@@ -1,4 +1,4 @@
-// A cascade made ready for the scan of one kind of layer.
+// A cascade prepared for the scan of layers with one layout and one step.
 #pragma once
 
 #include <array>
@@ -12,7 +12,6 @@
 namespace halcyra::haar {
 
 struct ScanPlan {
-  cv::Size window;
   std::vector<PlannedStage> stages;
   std::vector<PlannedStump> stumps;
   std::vector<AnyFeature> any;
@@ -21,13 +20,13 @@ struct ScanPlan {
   double norm_area = 0.0;
   float largest_norm = 0.0F;
 
-  PlanView view() const;  // valid as long as the plan is not changed
+  PlanView view() const;  // valid until the plan changes or is destroyed
 };
 
-// How windows and columns go together in a layer.
+// The columns of a layer that windows start at: `first` and then every `step`-th one.
 struct WindowColumns {
-  int step = 1;   // from window to window
-  int first = 0;  // where windows start; below the step
+  int step = 1;   // 1 or 2
+  int first = 0;  // below the step
 };
 
 ScanPlan plan_scan(const StumpCascade& cascade, const PlaneLayout& layout,

@@ -7,7 +7,7 @@ namespace halcyra::haar {
 namespace {
 
 template <class Value>
-Value* room(std::vector<Value>& values, std::size_t count) {
+Value* grown_to(std::vector<Value>& values, std::size_t count) {
   if (values.size() < count) values.resize(count);
   return values.data();
 }
@@ -25,15 +25,15 @@ ScanScratch ScanMemory::reserve(std::int32_t rows, std::int32_t windows, std::in
   const std::size_t all = row_count * padded + kLargestGroup;
   const std::size_t eights = all / kEight;
   const std::size_t lists = static_cast<std::size_t>(stages) + 1;
-  std::int32_t* const places = room(places_, eights * lists);
-  std::int32_t* const norm_places = room(norm_places_, eights * lists);
-  std::uint8_t* const alive = room(waiting_alive_, eights * lists);
-  WaitingWindows* const waiting = room(waiting_, lists);
+  std::int32_t* const places = grown_to(places_, eights * lists);
+  std::int32_t* const norm_places = grown_to(norm_places_, eights * lists);
+  std::uint8_t* const alive = grown_to(waiting_alive_, eights * lists);
+  WaitingWindows* const waiting = grown_to(waiting_, lists);
   for (std::size_t i = 0; i < lists; ++i) {
     waiting[i] = {places + i * eights, norm_places + i * eights, alive + i * eights, 0};
   }
-  return {room(norms_, all), room(alive_, row_count * words), room(rejected_, row_count * words),
-          waiting};
+  return {grown_to(norms_, all), grown_to(alive_, row_count * words),
+          grown_to(rejected_, row_count * words), waiting};
 }
 
 std::unique_ptr<ScanMemory> ScratchPool::take() {

@@ -1,4 +1,4 @@
-// Working memory of scans, kept from one to the next.
+// Working memory of scans, reused from one to the next.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +11,11 @@
 
 namespace halcyra::haar {
 
-// What one scan at a time writes to.
+// The memory of one scan at a time.
 class ScanMemory {
  public:
-  // Room for so many rows of so many windows and a cascade of so many stages.
+  // Grows as needed for a scan of `rows` rows with `windows` windows each and a cascade of `stages`
+  // stages. Valid until the next call.
   ScanScratch reserve(std::int32_t rows, std::int32_t windows, std::int32_t stages);
 
  private:
@@ -27,10 +28,10 @@ class ScanMemory {
   std::vector<WaitingWindows> waiting_;
 };
 
-// As many memories as there are scans at the same time. Safe to use from several threads.
+// Lends each of several concurrent scans a memory of its own. Thread-safe.
 class ScratchPool {
  public:
-  std::unique_ptr<ScanMemory> take();
+  std::unique_ptr<ScanMemory> take();  // never null
   void give_back(std::unique_ptr<ScanMemory> memory);
 
  private:

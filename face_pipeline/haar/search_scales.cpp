@@ -7,7 +7,7 @@
 namespace halcyra::haar {
 namespace {
 
-// The factor is a double while the series is made and a float afterwards, and the rounding of a
+// OpenCV uses double factors to make the series and float factors afterwards, and the rounding of a
 // size may depend on which.
 template <class Factor>
 cv::Size scaled_window(const cv::Size& window, Factor factor) {
@@ -24,7 +24,7 @@ std::vector<float> whole_series(const cv::Size& picture, const cv::Size& window,
   }
 }
 
-// Wraps around like the 32-bit arithmetic of the original where a size is absurd.
+// Squared. For absurd sizes it wraps around as OpenCV's 32-bit arithmetic does.
 double distance(const cv::Size& a, const cv::Size& b) {
   const auto width = static_cast<unsigned>(a.width) - static_cast<unsigned>(b.width);
   const auto height = static_cast<unsigned>(a.height) - static_cast<unsigned>(b.height);

@@ -1,4 +1,4 @@
-// At which scales a picture is searched.
+// The scales at which a picture is searched.
 #pragma once
 
 #include <vector>
@@ -9,13 +9,13 @@ namespace halcyra::haar {
 
 struct SizeLimits {
   cv::Size least;
-  cv::Size largest;  // the picture's own size where a side is 0
+  cv::Size largest;  // if a side is 0, the picture's own size
 };
 
-// The picture is shrunk by each of these factors, from fine to coarse, so that objects of the
-// allowed sizes come to fill `window`; one factor, the nearest, where no size of the series is
-// allowed. `picture` must be at least as large as `window`, `step` above 1. The same list as
-// cv::CascadeClassifier::detectMultiScale of OpenCV 4.6.
+// The factors by which the picture is shrunk, from fine to coarse, so that objects of the allowed
+// sizes fill `window`: powers of `step`, the first being 1. If none of them gives an allowed size,
+// the one that comes nearest to the least size. `picture` must be at least as large as `window`,
+// `step` above 1. The same list that cv::CascadeClassifier::detectMultiScale of OpenCV 4.6 uses.
 std::vector<float> search_scales(const cv::Size& picture, const cv::Size& window, double step,
                                  const SizeLimits& limits);
 

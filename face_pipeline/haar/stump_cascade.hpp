@@ -13,13 +13,13 @@ struct WeightedRect {
   int weight = 0;
 };
 
-using RectFeature = std::array<WeightedRect, 3>;  // those not in use have the weight 0
+using RectFeature = std::array<WeightedRect, 3>;  // unused ones have weight 0
 
 struct Stump {
   int feature = 0;  // index into StumpCascade::features
   float threshold = 0.0F;
-  float below = 0.0F;      // what it adds to the stage's sum where the value is below the threshold
-  float not_below = 0.0F;  // and where it is not
+  float below = 0.0F;      // added to the stage's sum if the value is below the threshold
+  float not_below = 0.0F;  // added otherwise
 };
 
 struct CascadeStage {

@@ -1,4 +1,4 @@
-// Scans windows of a layer with a cascade.
+// Scans rows of windows of a layer with a cascade.
 #pragma once
 
 #include "face_pipeline/haar/scan_records.hpp"
@@ -6,8 +6,8 @@
 namespace halcyra::haar {
 
 // Afterwards, scratch.waiting[plan.stage_count] holds the windows that pass all stages, in no
-// particular order. All functions find the same; the names say which instructions
-// they are compiled to.
+// particular order. All three find the same; the machine must have the instruction set that the
+// name says.
 using WindowScan = void(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
                         const ScanScratch& scratch);
 

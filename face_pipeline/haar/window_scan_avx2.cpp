@@ -54,7 +54,7 @@ struct Shorts {
   static Shorts load(const void* from) {
     return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
   }
-  // Times 2^16, as the values then need not be moved down.
+  // Times 2^16, which saves shifting the values down; the norms make up for it.
   Floats even_floats() const { return {_mm256_cvtepi32_ps(_mm256_slli_epi32(v, 16))}; }
   Floats odd_floats() const {
     return {_mm256_cvtepi32_ps(_mm256_and_si256(v, _mm256_set1_epi32(-65536)))};
@@ -86,7 +86,7 @@ struct Avx2Lanes {
     even.v = _mm256_castsi256_ps(two_of(norms + places[0], norms + places[1]));
     odd.v = _mm256_castsi256_ps(two_of(norms + kLanes + places[0], norms + kLanes + places[1]));
   }
-  // From the first and the second half of a group to its even and its odd windows.
+  // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {
     const __m256d even = _mm256_castps_pd(_mm256_shuffle_ps(first.v, second.v, 0x88));
     const __m256d odd = _mm256_castps_pd(_mm256_shuffle_ps(first.v, second.v, 0xDD));

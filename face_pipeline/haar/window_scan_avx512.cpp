@@ -47,7 +47,7 @@ struct Shorts {
   __m512i v;
 
   static Shorts load(const std::uint16_t* from) { return {_mm512_loadu_si512(from)}; }
-  // Times 2^16, as the values then need not be moved down.
+  // Times 2^16, which saves shifting the values down; the norms make up for it.
   Floats even_floats() const { return {_mm512_cvtepi32_ps(_mm512_slli_epi32(v, 16))}; }
   Floats odd_floats() const {
     return {_mm512_cvtepi32_ps(_mm512_and_si512(v, _mm512_set1_epi32(-65536)))};
@@ -94,7 +94,7 @@ struct Avx512Lanes {
     even.v = _mm512_castsi512_ps(four_of(norms, places));
     odd.v = _mm512_castsi512_ps(four_of(norms + kLanes, places));
   }
-  // From the first and the second half of a group to its even and its odd windows.
+  // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {
     const __m512i even =
         _mm512_set_epi32(30, 28, 26, 24, 22, 20, 18, 16, 14, 12, 10, 8, 6, 4, 2, 0);

@@ -62,7 +62,7 @@ struct Shorts {
   EightShorts v;
 
   static Shorts load(const std::uint16_t* from) { return {loaded<EightShorts>(from)}; }
-  // Times 2^16, as the values then need not be moved down.
+  // Times 2^16, which saves shifting the values down; the norms make up for it.
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
   Floats even_floats() const { return words().low_half_floats(); }
   Floats odd_floats() const { return upper_half_floats(); }
@@ -98,7 +98,7 @@ struct BaselineLanes {
     even = Floats::load(norms + places[0]);
     odd = Floats::load(norms + places[0] + kLanes);
   }
-  // From the first and the second half of a group to its even and its odd windows.
+  // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {
     const FourFloats a = first.v;
     const FourFloats b = second.v;

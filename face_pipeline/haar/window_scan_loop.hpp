@@ -1,6 +1,6 @@
-// The scan of windows, written once for vectors of any length. Everything here depends on the type
-// of the vectors, which each source file that includes this has of its own, so that no two of them
-// share compiled code.
+// The scan of windows, written once for vectors of any length. Everything here is a template over
+// the vectors' type, and each source file that includes this has such a type of its own. So the
+// linker cannot mix the code of two instruction sets.
 #pragma once
 
 #include <cstdint>
@@ -10,8 +10,8 @@
 namespace halcyra::haar {
 
 // Lanes is a type with the vectors Shorts (2 n lanes), Ints and Floats (n lanes) and the functions
-// used below. A group is 2 n windows: adjacent ones or eights of adjacent ones. Vectors of n lanes
-// that belong to a group come in pairs, one for the even and one for the odd windows.
+// used below. A group is 2 n windows: all adjacent, or eights of adjacent ones from anywhere. Ints
+// and Floats of a group come in pairs, one for the even and one for the odd windows.
 template <class Lanes>
 class WindowScanLoop {
  public:
@@ -33,8 +33,8 @@ class WindowScanLoop {
 
   static constexpr std::int32_t kEights = kGroup / kEight;
 
-  // With windows alive in this many eights, a group is taken through the next stage as a whole:
-  // adjacent windows are loaded at once.
+  // A group with windows alive in at least this many eights goes through the next stage as a whole,
+  // as adjacent windows are loaded at once. In one with fewer, the eights wait.
   static constexpr std::int32_t kWorthAGroup = kEights - kEights / 4;
 
   WindowScanLoop(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
@@ -184,7 +184,7 @@ class WindowScanLoop {
     }
   }
 
-  // ---- One window, in the original's arithmetic.
+  // ---- One window, in OpenCV's arithmetic.
 
   struct Single {
     const std::int32_t* sums;
@@ -234,7 +234,7 @@ class WindowScanLoop {
 
   static std::int32_t lowest(Bits bits) { return __builtin_ctz(bits); }
 
-  // Where the norm of a group's window stands.
+  // Where the norm of a window stands among those of its group.
   static std::int32_t norm_index(std::int32_t window) { return window / 2 + (window % 2) * kLanes; }
 
   // Survivors among the windows alive, given their votes; `single_passes` decides on a window whose
@@ -276,7 +276,7 @@ class WindowScanLoop {
     });
   }
 
-  // Fills in the norms of a group and tells which windows have enough contrast.
+  // Stores the norms of a group and returns which windows have enough contrast.
   Bits measure_contrast(std::int32_t place, float* norms) const {
     const std::int32_t* o = plan_.norm_corners;
     Floats halves_of_group[2] = {Floats::all(0.0F), Floats::all(0.0F)};
@@ -339,10 +339,11 @@ class WindowScanLoop {
     return __builtin_bswap64(bits);
   }
 
-  // The windows that the original skips: a visited one that the first stage rejects makes it leave
-  // out the next one, whatever that would have been. Within a run of rejected windows, every other
-  // one is visited, beginning with the first, so a run that starts at an even bit is visited at its
-  // even bits. `carry` says whether the last visited window of the word before makes it skip.
+  // The windows that OpenCV skips: if a window that it visits is rejected by the first stage, it
+  // leaves out the next one, whatever that would have been. So of a run of rejected windows it
+  // visits every other one, beginning with the first: a run that starts at an even bit is visited
+  // at its even bits. `carry` is 1 if the last window of the word before makes it skip the first of
+  // this.
   static std::uint64_t skipped(std::uint64_t rejected, std::uint64_t& carry) {
     constexpr std::uint64_t kEven = 0x5555555555555555U;
     const std::uint64_t runs = rejected & ~carry;
@@ -376,8 +377,8 @@ class WindowScanLoop {
     ++waiting.count;
   }
 
-  // The first of the eights that cover a group's windows alive starts here: at an even window, as
-  // norms are stored in pairs, and within the group.
+  // Where the first of the eights starts that cover a group's windows alive: at an even window, as
+  // even and odd norms are stored apart, and not so late that the eight would leave the group.
   static std::int32_t first_eight(Bits alive) {
     const std::int32_t window = lowest(alive) & ~1;
     return window > kGroup - kEight ? kGroup - kEight : window;
@@ -393,8 +394,8 @@ class WindowScanLoop {
     return needed;
   }
 
-  // Takes a group through stages for as long as it is worth it; who is left then waits.
-  void finish_group(std::int32_t row, std::int32_t group, Bits alive) const {
+  // Takes a group through stages for as long as that is worthwhile. Windows still alive then wait.
+  void advance_group(std::int32_t row, std::int32_t group, Bits alive) const {
     const std::int32_t place = place_of(row, group);
     const float* norms = norms_of(row, group);
     std::int32_t stage = 1;
@@ -410,7 +411,7 @@ class WindowScanLoop {
     }
   }
 
-  // Completes the last group of eights.
+  // Fills up the last group of eights with ones that have no window alive.
   static void pad(const WaitingWindows& waiting) {
     for (std::int32_t i = waiting.count; i % kEights != 0; ++i) {
       waiting.places[i] = waiting.places[waiting.count - 1];
@@ -419,7 +420,8 @@ class WindowScanLoop {
     }
   }
 
-  void finish_waiting(std::int32_t stage) const {
+  // Takes the windows that wait for a stage through it. Those that pass wait for the next one.
+  void advance_waiting(std::int32_t stage) const {
     const WaitingWindows& waiting = scratch_.waiting[stage];
     pad(waiting);
     for (std::int32_t i = 0; i < waiting.count; i += kEights) {
@@ -446,10 +448,10 @@ class WindowScanLoop {
       drop_skipped(row);
       for (std::int32_t group = 0; group < groups_; ++group) {
         const Bits alive = get(scratch_.alive + row * words_, group);
-        if (alive != 0) finish_group(row, group, alive);
+        if (alive != 0) advance_group(row, group, alive);
       }
     }
-    for (std::int32_t stage = 1; stage < plan_.stage_count; ++stage) finish_waiting(stage);
+    for (std::int32_t stage = 1; stage < plan_.stage_count; ++stage) advance_waiting(stage);
   }
 
   const PlanView& plan_;

@@ -1,4 +1,4 @@
-// The keys that talk to the services, against a control script and a systemctl of the test's own.
+// The keys that talk to the services, with a fake control script and a fake systemctl.
 #include <filesystem>
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-// Faces and voices as the room awareness is given them.
+// Faces and voices as input of the room awareness.
 #pragma once
 
 #include <string>

@@ -97,7 +97,7 @@ TEST(AdmitMode, NeedsTheDwellForEverySwitch) {
   EXPECT_EQ(shown(hold, "combo", "scan", 2 * kDwell + kInstant), "scan");
 }
 
-// The switch that came after the candidate, as no other view leaves it behind.
+// A last switch later than the start of the candidate, which no sequence of calls produces.
 TEST(AdmitMode, WaitsForTheGapAfterTheLastSwitch) {
   const auto switched = milliseconds(900);
   const ModeHoldBack before{"scan", "follow", kStart, kStart + switched};

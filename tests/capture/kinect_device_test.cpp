@@ -14,6 +14,7 @@
 #include "capture/frame_conversion.hpp"
 #include "capture/frame_set.hpp"
 #include "tests/support/event_messages.hpp"
+#include "tests/support/fed_sensor.hpp"
 #include "tests/support/same_pixels.hpp"
 #include "tests/support/temporary_folder.hpp"
 #include "tests/virtual_kinect/scene_variable.hpp"
@@ -223,6 +224,52 @@ TEST_F(OpenKinect, KeepsContextAndListenerAfterClosing) {
   close_kinect(session_);
   EXPECT_NE(session_.context, nullptr);
   EXPECT_NE(session_.listener, nullptr);
+}
+
+// ---- Ending without closing.
+
+// The device delivers one more set while it is stopped, which the listener must still be there to
+// take. Sanitizers see when it is not.
+TEST_F(OpenKinect, MayBeDestroyedWithoutBeingClosed) {
+  record("pace: 0\nstop: late\n");
+  const SceneVariable scene(folder_.path().string());
+  KinectSession session;
+  open_kinect(session, options_, status_);
+  ASSERT_TRUE(take_frame_set(session, status_));
+  release_frame_set(session);
+}
+
+TEST_F(OpenKinect, MayBeDestroyedWhileItHoldsASet) {
+  record("pace: 0\nstop: late\n");
+  const SceneVariable scene(folder_.path().string());
+  KinectSession session;
+  open_kinect(session, options_, status_);
+  EXPECT_TRUE(take_frame_set(session, status_));
+}
+
+class CountedFrame : public libfreenect2::Frame {
+ public:
+  explicit CountedFrame(int& alive) : Frame(1, 1, 4), alive_(alive) { ++alive_; }
+  ~CountedFrame() override { --alive_; }
+
+ private:
+  int& alive_;
+};
+
+TEST(KinectSession, ReleasesTheSetItHoldsWhenDestroyed) {
+  using libfreenect2::Frame;
+  int alive = 0;
+  {
+    KinectSession session;
+    RuntimeStatus status;
+    start_fed_sensor(session);
+    for (const Frame::Type type : {Frame::Color, Frame::Ir, Frame::Depth}) {
+      ASSERT_TRUE(session.listener->onNewFrame(type, new CountedFrame(alive)));
+    }
+    ASSERT_TRUE(take_frame_set(session, status));
+    EXPECT_EQ(alive, 3);
+  }
+  EXPECT_EQ(alive, 0);
 }
 
 }  // namespace

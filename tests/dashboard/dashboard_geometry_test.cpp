@@ -111,7 +111,7 @@ TEST(DashboardGeometry, ClampsByHeight) {
 }
 
 TEST(DashboardGeometry, ClampsTheStatusStrip) {
-  // The strip is what the image area leaves of the preview above it.
+  // The strip is the part of the preview above the image area.
   const auto strip_height = [](int width, int height) {
     const DashboardGeometry g = dashboard_of(width, height);
     return g.image_area.y - g.preview.y;
@@ -125,7 +125,7 @@ TEST(DashboardGeometry, ClampsTheStatusStrip) {
 
 TEST(DashboardGeometry, SuggestsTheEventsHeight) {
   EXPECT_EQ(suggested_events_height(480), 98);   // 98.4
-  EXPECT_EQ(suggested_events_height(400), 82);   // without the least height
+  EXPECT_EQ(suggested_events_height(400), 82);   // no minimum yet
   EXPECT_EQ(suggested_events_height(658), 134);  // 134.89
   EXPECT_EQ(suggested_events_height(659), 135);  // 135.095
 }

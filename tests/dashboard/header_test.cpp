@@ -15,7 +15,7 @@ const cv::Scalar kTitleColor(238, 244, 252);
 const cv::Scalar kSubtitleColor(134, 148, 167);
 const cv::Scalar kHintColor(150, 162, 180);
 
-constexpr int kHeight = 100;  // as much of the canvas as the header can fill
+constexpr int kHeight = 100;  // more than the header ever fills
 
 cv::Mat drawn_header(int width, int height) {
   cv::Mat canvas = expected::canvas(width, kHeight);

@@ -23,8 +23,8 @@ struct Strip {
   int segment_width;
   int gap;
   int segment_height;
-  int from_bottom;  // of the segments' top
-  int from_left;    // of the first segment
+  int from_bottom;  // of the area to the top of the segments
+  int from_left;    // of the area to the first segment
 };
 
 const Strip kStrip{14, 7, 6, 18, 260};  // in kArea
@@ -106,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(
   return same_pixels(actual, expected::canvas(700, 450));
 }
 
-TEST(MicHud, NeedsASwitchAndRoom) {
+TEST(MicHud, IsDrawnOnlyWhenEnabledAndLargeEnough) {
   EXPECT_FALSE(draws_nothing({12, 34, 120, 70}, true));
   EXPECT_TRUE(draws_nothing({12, 34, 119, 70}, true));
   EXPECT_TRUE(draws_nothing({12, 34, 120, 69}, true));
@@ -139,7 +139,7 @@ TEST(MicHud, IsGreyWhileTheDirectionIsNotTrusted) {
   EXPECT_TRUE(shows(flagged, faces, 3, kUntrusted));
 }
 
-TEST(MicHud, TrustsAConfidenceFromTheLimitOn) {
+TEST(MicHud, TrustsAConfidenceAtTheLimit) {
   EXPECT_TRUE(shows(heard("10", "0.45"), {face(1, kFaceColor)}, 3, kFaceColor));
 }
 
@@ -148,7 +148,7 @@ TEST(MicHud, HasAColourForAnAmbiguousSpeaker) {
   EXPECT_TRUE(shows(status, {face(1, kFaceColor)}, 3, kAmbiguous));
 }
 
-TEST(MicHud, TakesTheColourOfTheFirstFaceThatIsNamed) {
+TEST(MicHud, TakesTheColourOfTheFirstNamedFace) {
   const cv::Scalar first(55, 200, 220);
   const cv::Scalar second(230, 170, 75);
   EXPECT_TRUE(shows(
@@ -160,7 +160,7 @@ TEST(MicHud, TakesTheColourOfTheFirstFaceThatIsNamed) {
   EXPECT_TRUE(shows(heard("10", "0.9", "Unknown voice"), {face(0, second)}, 3, second));
 }
 
-TEST(MicHud, HasAColourForAVoiceOfNobodyInView) {
+TEST(MicHud, HasAColourForAVoiceThatMatchesNobody) {
   EXPECT_TRUE(shows(heard("10", "0.9"), {}, 3, kSomebody));
   EXPECT_TRUE(shows(heard("10", "0.9"), {face(2, kFaceColor)}, 3, kSomebody));
 }

@@ -31,7 +31,7 @@ PanelCursor cursor_over(const cv::Rect& content) {
   return cursor;
 }
 
-TEST(FontScale, BeginsAtOneAndAQuarter) { EXPECT_EQ(g_font_scale, 1.25); }
+TEST(FontScale, StartsAtOneAndAQuarter) { EXPECT_EQ(g_font_scale, 1.25); }
 
 struct Stroke {
   double font_scale;
@@ -189,7 +189,7 @@ TEST(DrawTextLine, WritesAShortTextWholeAndStepsDown) {
   EXPECT_TRUE(same_pixels(actual, expected));
 }
 
-TEST(DrawTextLine, WritesWhileTwoPixelsStayBelowTheBaseline) {
+TEST(DrawTextLine, WritesWhenTwoPixelsAreLeftBelowTheBaseline) {
   cv::Mat canvas = expected::canvas(300, 100);
   PanelCursor cursor = cursor_over({15, 10, 200, 80});
   cursor.y = 88;
@@ -198,7 +198,7 @@ TEST(DrawTextLine, WritesWhileTwoPixelsStayBelowTheBaseline) {
   EXPECT_FALSE(same_pixels(canvas, expected::canvas(300, 100)));
 }
 
-TEST(DrawTextLine, RefusesALineBelowThatAndAllAfterIt) {
+TEST(DrawTextLine, RefusesEveryLineWhenFewerAreLeft) {
   cv::Mat canvas = expected::canvas(300, 100);
   PanelCursor cursor = cursor_over({15, 10, 200, 80});
   cursor.y = 89;
@@ -210,7 +210,7 @@ TEST(DrawTextLine, RefusesALineBelowThatAndAllAfterIt) {
   EXPECT_TRUE(same_pixels(canvas, expected::canvas(300, 100)));
 }
 
-TEST(DrawTextLine, LeavesTheOverflowOfAnEarlierLine) {
+TEST(DrawTextLine, KeepsTheOverflowOfAnEarlierLine) {
   cv::Mat canvas = expected::canvas(300, 100);
   PanelCursor cursor = cursor_over({15, 10, 200, 80});
   cursor.overflow = true;
@@ -267,7 +267,7 @@ TEST(DrawKeyValue, WritesShortTextsWhole) {
   EXPECT_FALSE(cursor.overflow);
 }
 
-TEST(DrawKeyValue, RefusesARowThatFindsNoRoom) {
+TEST(DrawKeyValue, RefusesARowThatDoesNotFit) {
   cv::Mat canvas = expected::canvas(400, 100);
   PanelCursor cursor = cursor_over({15, 10, 300, 80});
   cursor.y = 89;
@@ -277,7 +277,7 @@ TEST(DrawKeyValue, RefusesARowThatFindsNoRoom) {
   EXPECT_TRUE(same_pixels(canvas, expected::canvas(400, 100)));
 }
 
-TEST(DrawOverflowNotice, StandsOnTheLastLine) {
+TEST(DrawOverflowNotice, IsOnTheLastLine) {
   const FontScaleSetting setting(1.1);
   cv::Mat actual = expected::canvas(300, 100);
   PanelCursor cursor = cursor_over({15, 10, 200, 13});

@@ -14,10 +14,10 @@ namespace {
 const cv::Scalar kColor(195, 110, 230);
 const cv::Scalar kOtherColor(55, 200, 220);
 
-// One canvas pixel for each pixel of the frame.
+// One pixel of the canvas for each pixel of the frame.
 const PreviewMapping kMapping{{0, 0, 600, 300}, {50, 40, 600, 300}};
 
-// A face of kMapping's frame and where it stands on the canvas.
+// A face of kMapping's frame and where it is on the canvas.
 const cv::Rect kFace(200, 120, 80, 60);
 const cv::Rect kOnCanvas(250, 160, 80, 60);
 
@@ -45,7 +45,7 @@ void box(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& color, int thi
   cv::rectangle(canvas, rect, color, thickness, cv::LINE_8);
 }
 
-// A label whose text stands at `origin`, on a background of the width.
+// A label with its text at `origin`, on a background of this width.
 void label(cv::Mat& canvas, const std::string& text, cv::Point origin, int width, double scale,
            const cv::Scalar& color = kColor) {
   const FontScaleSetting setting(1.1);
@@ -57,7 +57,7 @@ void normal_label(cv::Mat& canvas) { label(canvas, "Person 1", {256, 151}, 110, 
 
 class EveryView : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(EveryView, DebugModeBoxesEveryFaceAndTellsItsDetails) {
+TEST_P(EveryView, ShowsBoxAndDetailsInDebugMode) {
   TestScene scene = one_face(GetParam());
   scene.options.debug = true;
   scene.options.face_boxes = false;
@@ -155,7 +155,7 @@ TEST(PreviewFaces, MarksNoSpeakerWithSkeletons) {
   EXPECT_TRUE(same_pixels(drawn(scene), canvas()));
 }
 
-TEST(PreviewFaces, KeepsTheSpeakersFrameInsideThePicture) {
+TEST(PreviewFaces, KeepsTheMarkOfTheSpeakerInsideThePicture) {
   TestScene scene = scene_of("rgb", {test_face(1, {0, 270, 40, 30}, kColor)});
   scene.options.face_boxes = false;
   scene.status.room.voice_match = "voice direction matched Person 1";
@@ -173,8 +173,9 @@ TEST(PreviewFaces, NamesTheOwner) {
   EXPECT_TRUE(same_pixels(drawn(scene), expected));
 }
 
-TEST(PreviewFaces, KeepsTheLabelBelowThePicturesTop) {
-  // Boxes from 64 and 73 canvas pixels: 9 above the second stands 24 below the picture's top.
+TEST(PreviewFaces, KeepsTheLabelInsideTheTopOfThePicture) {
+  // The picture begins at 40. The lowest of these boxes begins at 73, and 9 above that is 24 below
+  // the top of the picture.
   for (const int top : {0, 24, 33}) {
     TestScene scene = scene_of("rgb", {test_face(1, {200, top, 80, 60}, kColor)});
     cv::Mat expected = canvas();
@@ -189,7 +190,7 @@ TEST(PreviewFaces, KeepsTheLabelBelowThePicturesTop) {
   EXPECT_TRUE(same_pixels(drawn(scene), expected));
 }
 
-TEST(PreviewFaces, FitsTheLabelsBackgroundToItsLength) {
+TEST(PreviewFaces, FitsTheBackgroundToTheLengthOfTheLabel) {
   struct Case {
     std::string quality;
     int width;
@@ -210,7 +211,7 @@ TEST(PreviewFaces, FitsTheLabelsBackgroundToItsLength) {
 
 TEST(PreviewFaces, WidensTheLabelOfALongName) {
   TestScene scene = one_face("rgb");
-  scene.faces[0].person_id = 123456;  // 13 characters with the word before it
+  scene.faces[0].person_id = 123456;  // the whole label has 13 characters
   cv::Mat expected = canvas();
   box(expected, kOnCanvas, kColor, 2);
   label(expected, "Person 123456", {256, 151}, 117, 0.42);

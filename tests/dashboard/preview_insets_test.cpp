@@ -10,7 +10,7 @@
 namespace halcyra {
 namespace {
 
-// An inset as it must look; without a picture when `picture` is empty.
+// The expected inset; an empty `picture` leaves it dark.
 void inset(cv::Mat& canvas, const cv::Rect& rect, const cv::Mat& picture,
            const std::string& label) {
   expected::fill(canvas, rect, {8, 11, 16}, cv::LINE_8);
@@ -27,7 +27,7 @@ struct InsetCase {
 
 class PreviewInsets : public ::testing::TestWithParam<InsetCase> {};
 
-TEST_P(PreviewInsets, StandDownTheRightEdge) {
+TEST_P(PreviewInsets, AreAtTheRightEdge) {
   const InsetCase& given = GetParam();
   const FontScaleSetting setting(1.1);
   const cv::Mat infrared = expected::picture(512, 424);
@@ -47,13 +47,13 @@ INSTANTIATE_TEST_SUITE_P(
         // 0.28 of the area
         InsetCase{{10, 20, 1000, 600}, {716, 34, 280, 168}, {716, 212, 280, 168}},
         InsetCase{{33, 138, 911, 414}, {675, 152, 255, 115}, {675, 277, 255, 115}},
-        // the least sizes
+        // the smallest sizes
         InsetCase{{24, 102, 450, 218}, {320, 116, 140, 86}, {}},
         InsetCase{{24, 102, 503, 310}, {373, 116, 140, 86}, {373, 212, 140, 86}},  // 140.84 x 86.8
         InsetCase{{24, 102, 504, 311}, {373, 116, 141, 87}, {373, 213, 141, 87}},  // 141.12 x 87.08
         InsetCase{{24, 102, 283, 250}, {153, 116, 140, 86}, {153, 212, 140, 86}},
         InsetCase{{24, 102, 200, 120}, {70, 116, 140, 86}, {}},
-        // the depth picture's bottom 23 and 24 pixels above the area's
+        // the depth inset ends 23 and 24 pixels above the end of the area
         InsetCase{{24, 102, 450, 219}, {320, 116, 140, 86}, {}},
         InsetCase{{24, 102, 450, 220}, {320, 116, 140, 86}, {320, 212, 140, 86}}));
 

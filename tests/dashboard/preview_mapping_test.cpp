@@ -69,7 +69,7 @@ TEST(PreviewMapping, NeverCropsToNothing) {
   EXPECT_EQ(preview_mapping({3, 1}, kArea, "follow", faces).crop, cv::Rect(0, 0, 1, 1));
 }
 
-TEST(OnCanvas, ScalesEachValueAndCutsItsFraction) {
+TEST(OnCanvas, ScalesAndTruncatesEachValue) {
   // The ratios are 0.6859375 and 0.548148...
   const PreviewMapping mapping{kWholeFrame, kArea};
   EXPECT_EQ(on_canvas(mapping, {100, 100, 200, 200}), cv::Rect(108, 216, 137, 109));

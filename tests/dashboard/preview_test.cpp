@@ -48,7 +48,7 @@ class Preview : public ::testing::Test {
     return canvas;
   }
 
-  // Frame and status strip, for the scene as it is.
+  // Frame and status strip for the current scene.
   cv::Mat expected_frame(const std::string& label) const {
     cv::Mat canvas = expected::canvas(1440, 810);
     expected::smooth_box(canvas, kPreview, {22, 28, 38}, {52, 64, 80});
@@ -63,7 +63,7 @@ class Preview : public ::testing::Test {
     return canvas;
   }
 
-  // The marks over the whole colour frame or a part of it; they have tests of their own.
+  // The face marks, for the whole colour frame or a part of it. They have their own tests.
   void expected_faces(cv::Mat& canvas, const cv::Rect& crop = kFrame) const {
     drawPreviewFaces(canvas, scene_.shown(), {crop, kArea});
   }
@@ -89,7 +89,7 @@ TEST_F(Preview, ScalesTheColourFrameIntoItsArea) {
   }
 }
 
-TEST_F(Preview, TellsHowStreamAndTrackingAre) {
+TEST_F(Preview, ShowsTheStateOfStreamAndTracking) {
   scene_.status.rgb_ok = false;
   scene_.status.skeleton_available = true;
   const cv::Mat actual = drawn("rgb");
@@ -100,7 +100,7 @@ TEST_F(Preview, TellsHowStreamAndTrackingAre) {
 }
 
 TEST_F(Preview, KeepsTheStreamWordApartFromTheViewName) {
-  // On the narrowest canvas it stands 260 pixels from the preview's text, and never less than 170.
+  // On the narrowest canvas it is 260 pixels right of the view name; it is never less than 170.
   DashboardGeometry geometry = dashboard_of(800, 480);
   scene_.options.view = "rgb";
   for (const auto& [width, left] :
@@ -125,7 +125,7 @@ TEST_F(Preview, FollowsTheOnlyFace) {
   EXPECT_TRUE(same_pixels(actual, expected));
 }
 
-TEST_F(Preview, ShowsAllWhenThereAreTwoToFollow) {
+TEST_F(Preview, ShowsTheWholeFrameWhenThereAreTwoFaces) {
   scene_.faces.push_back(test_face(2, {50, 200, 50, 60}, {55, 200, 220}));
   const cv::Mat actual = drawn("follow");
   cv::Mat expected = expected_frame("FOLLOW");
@@ -145,7 +145,7 @@ TEST_F(Preview, FollowsByTheChosenViewNotByTheRoomsMode) {
   EXPECT_TRUE(same_pixels(actual, expected));
 }
 
-TEST_F(Preview, LaysTheInsetsUnderTheFacesInTheCombinedView) {
+TEST_F(Preview, DrawsTheInsetsUnderTheFaceMarksInTheComboView) {
   scene_.faces[0].box = {850, 30, 60, 60};  // under the infrared inset
   const cv::Mat actual = drawn("combo");
   cv::Mat expected = expected_frame("COMBO");
@@ -156,7 +156,7 @@ TEST_F(Preview, LaysTheInsetsUnderTheFacesInTheCombinedView) {
   EXPECT_TRUE(same_pixels(actual, expected));
 }
 
-TEST_F(Preview, SaysWhenNobodyIsThere) {
+TEST_F(Preview, SaysWhenNobodyIsDetected) {
   scene_.faces.clear();
   const cv::Mat actual = drawn("combo");
   cv::Mat expected = expected_frame("COMBO");
@@ -167,7 +167,7 @@ TEST_F(Preview, SaysWhenNobodyIsThere) {
   EXPECT_TRUE(same_pixels(actual, expected));
 }
 
-// The scaled frame, darkened, with the note that there are no skeletons.
+// The scaled frame, dimmed, with the note that there are no skeletons.
 void draw_skeletal_picture(cv::Mat& canvas, const cv::Mat& color, const cv::Rect& area, int width) {
   expected::scaled_picture(canvas, area, color);
   cv::Mat_<cv::Vec3b> picture = canvas(area);
@@ -209,7 +209,7 @@ TEST_F(Preview, FitsTheSkeletalNoteIntoANarrowPicture) {
   }
 }
 
-TEST_F(Preview, ShowsTheSkeletalViewBrightWhenSkeletonsAreTracked) {
+TEST_F(Preview, DoesNotDimTheSkeletalViewWhenSkeletonsAreTracked) {
   scene_.status.skeleton_available = true;
   const cv::Mat actual = drawn("skeletal");
   cv::Mat expected = expected_frame("SKELETAL");
@@ -229,7 +229,7 @@ TEST_F(Preview, ShowsInfraredAlone) {
 }
 
 TEST_F(Preview, ShowsDepthAlone) {
-  scene_.options.debug = true;  // no face marks over a picture that they do not belong to
+  scene_.options.debug = true;  // face marks belong to the colour picture only
   const cv::Mat actual = drawn("depth");
   cv::Mat expected = expected_frame("DEPTH");
   expected::scaled_picture(expected, kArea, scene_.depth);
@@ -287,14 +287,14 @@ TEST_F(Preview, ExplainsAMissingColourFrame) {
   }
 }
 
-TEST_F(Preview, SaysNothingOfPeopleOverAnExplanation) {
+TEST_F(Preview, DoesNotMentionPeopleOverAnExplanation) {
   scene_.color.release();
   const cv::Mat somebody = drawn("combo");
   scene_.faces.clear();
   EXPECT_TRUE(same_pixels(drawn("combo"), somebody));
 }
 
-TEST_F(Preview, CanDoWithoutTheMicrophoneHud) {
+TEST_F(Preview, OmitsTheMicrophoneHudWhenItIsOff) {
   scene_.options.mic_hud = false;
   const cv::Mat actual = drawn("ir");
   cv::Mat expected = expected_frame("IR");

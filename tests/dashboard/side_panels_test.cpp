@@ -99,11 +99,11 @@ class SidePanels : public ::testing::Test {
   TestScene scene_;
 };
 
-TEST_F(SidePanels, ShowTheRoomAndTheSenses) {
+TEST_F(SidePanels, ShowRoomAndSensor) {
   EXPECT_TRUE(same_pixels(drawn(1440, 810), expected(1440, 810)));
 }
 
-TEST_F(SidePanels, ShowWhatIsGood) {
+TEST_F(SidePanels, ShowGoodStates) {
   scene_.status.room.owner_visible = true;
   scene_.status.skeleton_available = true;
   scene_.status.depth_ok = true;
@@ -156,7 +156,7 @@ TEST_F(SidePanels, WrapTheReasonByTheFontScale) {
 }
 
 TEST_F(SidePanels, RefuseRowsOnALowCanvas) {
-  // 0.3 of a height of 272 is raised to 104; the columns stand 0.54 and 0.42 of 276 from 504.
+  // 0.3 of a height of 272 is raised to 104; the columns are 0.54 and 0.42 of 276 right of 504.
   room_.rect = {496, 60, 292, 158};
   room_.column = 653;
   sensor_.rect = {496, 228, 292, 104};
@@ -187,9 +187,9 @@ TEST_F(SidePanels, DivideTheColumnByItsHeight) {
   }
 }
 
-TEST_F(SidePanels, KeepTheValueColumnsApartFromTheKeys) {
+TEST_F(SidePanels, KeepAMinimumWidthForTheKeys) {
   DashboardGeometry geometry = dashboard_of(1440, 810);
-  geometry.side_width = 196;  // 180 of them for 30 characters
+  geometry.side_width = 196;  // 180 for the text, which is 30 characters
   room_.rect = {973, 89, 196, 326};
   room_.column = 981 + 116;
   sensor_.rect = {973, 432, 196, 132};

@@ -37,7 +37,7 @@ TEST(KinectCard, IsGoodWithSensorAndStream) {
                                 "RGB preview is live.", "Continue finite validation runs."});
 }
 
-TEST(KinectCard, IsUnavailableWithoutBoth) {
+TEST(KinectCard, NeedsSensorAndStream) {
   RuntimeStatus status;
   status.kinect_message = "no Kinect v2 device detected";
   const StatusCard missing = {"Kinect Camera", "unavailable", "no Kinect v2 device detected",

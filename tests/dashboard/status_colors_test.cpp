@@ -7,7 +7,7 @@ namespace {
 
 const cv::Scalar kRed(90, 95, 245);
 
-TEST(StatusColors, KnowsThreeWords) {
+TEST(StatusColors, HasColoursForThreeWords) {
   EXPECT_EQ(color_for("OK"), cv::Scalar(80, 210, 120));
   EXPECT_EQ(color_for("degraded"), cv::Scalar(70, 180, 245));
   EXPECT_EQ(color_for("fallback"), cv::Scalar(60, 200, 220));

@@ -7,7 +7,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-TEST(Clipped, LeavesATextThatFits) {
+TEST(Clipped, KeepsATextThatFits) {
   EXPECT_EQ(clipped("abcdef", 6), "abcdef");
   EXPECT_EQ(clipped("abcdef", 7), "abcdef");
   EXPECT_EQ(clipped("abc", 3), "abc");

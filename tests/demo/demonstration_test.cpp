@@ -34,14 +34,14 @@ class Demonstration : public ::testing::Test {
 
   fs::path build() const { return folder_.path() / "build"; }
 
-  // What it prints when it has ended well.
+  // Runs it to its end and returns what it printed.
   std::string output_of(const std::vector<std::string>& arguments) const {
     ProcessStart start;
     start.executable = HALCYRA_SCRIPTS "/start.sh";
     start.arguments = {build().string()};
     start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
     start.environment = {{"PATH", "/usr/bin:/bin"}, {"HOME", (folder_.path() / "person").string()}};
-    // What an instrumented build needs to know of libraries.
+    // An instrumented build finds its list of known leaks here.
     if (const char* options = std::getenv("LSAN_OPTIONS")) {
       start.environment["LSAN_OPTIONS"] = options;
     }

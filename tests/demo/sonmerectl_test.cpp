@@ -1,4 +1,4 @@
-// The played voice service, asked by the program's own probe.
+// The stand-in for the voice service, asked by the program's own probe.
 #include <sys/wait.h>
 
 #include <chrono>
@@ -49,7 +49,7 @@ class Sonmerectl : public ::testing::Test {
     set_own_state("running_since", milliseconds_ago(60000));
   }
 
-  // The next refresh comes so long after the first picture.
+  // The status that is read so many milliseconds after the first picture.
   const VoiceStatus& refreshed_after(int milliseconds) {
     set_own_state("times_asked", "2\n");
     set_own_state("first_picture", milliseconds_ago(milliseconds));

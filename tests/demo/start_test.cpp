@@ -1,4 +1,4 @@
-// What scripts/start.sh starts, where, and what it says of it.
+// What scripts/start.sh starts, where, and what it says about it.
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Prints what it was called with and where, in place of a program.
+// Stands in for the program: prints where it runs and what it was called with.
 constexpr const char* kEcho =
     "#!/bin/sh\n"
     "echo \"$(basename \"$(dirname \"$0\")\") in $(basename \"$PWD\")"
@@ -52,7 +52,7 @@ class Start : public ::testing::Test {
     write_text(folder_.path() / "usb/1-1/idProduct", product + "\n");
   }
 
-  // Everything that it prints.
+  // Runs the script to its end and returns everything that it printed.
   std::string started(const std::vector<std::string>& arguments = {}) {
     ProcessStart start;
     start.executable = HALCYRA_SCRIPTS "/start.sh";

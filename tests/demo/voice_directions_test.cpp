@@ -1,4 +1,4 @@
-// Whether the played voices come from where the people of the rendered room are.
+// Whether the demonstration's voices come from where the people in the rendered room are.
 #include <cmath>
 #include <cstdint>
 #include <fstream>
@@ -21,7 +21,7 @@ constexpr double kMatch = 18.0;         // degrees within which the dashboard jo
 constexpr double kEnough = 0.45;        // confidence from which it trusts a direction
 constexpr double kInView = 52.0;        // degrees; farther out a head is cut by the picture's edge
 constexpr int kMinute = 60000;          // milliseconds
-constexpr int kComingIntoPlace = 1500;  // milliseconds that people may still walk
+constexpr int kComingIntoPlace = 1500;  // milliseconds in which people may still be walking
 
 struct Voice {
   int from;
@@ -49,8 +49,8 @@ std::vector<Voice> voices() {
 
 bool trusted(const Voice& voice) { return voice.confidence >= kEnough && !voice.low_confidence; }
 
-// Where the dashboard places a face at this spot: linear from -55 degrees at the left edge of the
-// picture to 55 at the right.
+// The angle at which the dashboard places a face here: linear from -55 degrees at the left edge of
+// the picture to 55 at the right.
 double face_angle(const room::Posture& posture) {
   const double column = room::kColorCamera.column({posture.x, 0.0F, posture.z});
   return (column / room::kColorCamera.width - 0.5) * 2 * 55;

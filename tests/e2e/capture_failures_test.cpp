@@ -1,5 +1,5 @@
-// A sensor that is missing, refuses, stalls or delivers rubbish: what the program says, and that it
-// goes on.
+// A sensor that is missing, cannot be opened, stalls or delivers damaged frames: what the program
+// says, and that the run goes on.
 #include <limits>
 #include <sstream>
 
@@ -170,7 +170,7 @@ TEST_P(StallingSensor, AfterSomeSetsKeepsThePictures) {
   EXPECT_EQ(summary["depth"], "OK");
 }
 
-// A counter that rests on 1 is due in every turn.
+// While the frame count stays at 1, every turn asks the services.
 TEST_P(StallingSensor, AfterTheFirstSetAsksTheServicesEveryTurn) {
   recording_.set_device("pace: 0\nafter: stall\n");
   add_good_sets(1);
@@ -271,8 +271,8 @@ TEST_F(UnusableFrames, DepthIsSaidOnTheDashboard) {
   EXPECT_EQ(run.wait_for(scene), "");
 }
 
-// Nothing is said of a colour frame that cannot be used; the other streams are shown, and no frame
-// is counted, so that a limit is never reached.
+// An unusable colour frame is passed over in silence. The other streams are shown, and since no
+// frame is counted, a frame limit is never reached.
 TEST_F(UnusableFrames, ColourIsNotCounted) {
   const std::vector<std::pair<std::string, cv::Mat>> pictures = {
       {"undecodable", cv::Mat()}, {"one channel", cv::Mat(120, 160, CV_8UC1, cv::Scalar(90))}};
@@ -290,7 +290,7 @@ TEST_F(UnusableFrames, ColourIsNotCounted) {
   }
 }
 
-// What worked once is not taken back.
+// A stream that has delivered once keeps its status.
 TEST_F(UnusableFrames, LaterBadFramesLeaveTheLastPictures) {
   recording_.set_device("pace: 0\nafter: stall\n");
   add_good_sets(1);

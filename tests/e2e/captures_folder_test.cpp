@@ -1,4 +1,5 @@
-// A captures folder that cannot take the layout image: the run says its sentence and ends well.
+// A captures folder in which the layout image cannot be written: the run still logs the image and
+// ends with status 0.
 #include <functional>
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Cascade files of every kind: what cannot be opened is unavailable, what opens and is no cascade
-// ends the run with the image library's exception.
+// Faulty cascade files: one that cannot be opened is logged as unavailable, one that opens but is
+// not a cascade ends the run with OpenCV's exception.
 #include <signal.h>
 
 #include <functional>

@@ -14,7 +14,7 @@
 namespace halcyra {
 namespace {
 
-// The form that execve wants; points into `texts`.
+// The null-terminated array that execve takes; points into `texts`.
 std::vector<char*> pointers(std::vector<std::string>& texts) {
   std::vector<char*> result;
   for (std::string& text : texts) result.push_back(text.data());
@@ -41,7 +41,7 @@ void make_odd(const OddStreams& streams) {
   for (const int descriptor : streams.closed) close(descriptor);
 }
 
-// Others than root have not the right to give these up, and nothing to give up.
+// Only root has these privileges; for anyone else dropping them fails and is not needed.
 void give_up_file_privileges() {
   const bool given_up = prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE, 0, 0, 0) == 0 &&
                         prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH, 0, 0, 0) == 0;

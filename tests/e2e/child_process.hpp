@@ -1,4 +1,4 @@
-// A process that a test starts and that never outlives it.
+// A process that a test starts. It is killed when the test ends.
 #pragma once
 
 #include <sys/types.h>
@@ -11,7 +11,7 @@
 
 namespace halcyra {
 
-// What is odd about descriptors 0 to 2 of a process.
+// Which of the descriptors 0 to 2 a process is started with in an unusual state.
 struct OddStreams {
   std::vector<int> closed = {};          // not open at the start
   std::vector<int> full = {};            // no room on the device
@@ -21,13 +21,13 @@ struct OddStreams {
 struct ProcessStart {
   std::string executable;              // absolute path, or a name to look up on the test's own PATH
   std::vector<std::string> arguments;  // without the name of the program
-  std::map<std::string, std::string> environment;  // the whole of it; nothing is inherited
+  std::map<std::string, std::string> environment;  // all of it; nothing is inherited
   std::filesystem::path working_folder = ".";
   std::filesystem::path stdout_file = "/dev/null";
   std::filesystem::path stderr_file = "/dev/null";
   OddStreams streams = {};
-  bool bound_by_modes = false;    // as root, too, is refused what a file's mode refuses
-  int inherited_descriptor = -1;  // one more descriptor that stays open in the child
+  bool bound_by_modes = false;    // file modes apply even to root
+  int inherited_descriptor = -1;  // stays open in the child
 };
 
 struct ProcessEnd {
@@ -40,12 +40,12 @@ class ChildProcess {
   explicit ChildProcess(const ProcessStart& start);
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
-  ~ChildProcess();  // ends it when it still runs
+  ~ChildProcess();  // kills it if it is still running
 
   pid_t id() const { return id_; }
   bool running();
 
-  // How it ended; nothing when it still runs after the deadline of waiting.hpp.
+  // How it ended; nothing if it is still running after the deadline in waiting.hpp.
   std::optional<ProcessEnd> wait_for_end();
 
  private:

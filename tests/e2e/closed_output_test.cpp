@@ -1,5 +1,5 @@
 // Standard streams that are closed, full or without a reader: the run does all its work and ends
-// well.
+// with status 0.
 #include <gtest/gtest.h>
 
 #include "tests/e2e/exit_summary_line.hpp"
@@ -33,7 +33,7 @@ std::vector<StreamsCase> streams_cases() {
 
 std::string case_name(const ::testing::TestParamInfo<StreamsCase>& info) { return info.param.name; }
 
-// What a process has open under a number.
+// What a descriptor of a process refers to.
 std::string open_as(pid_t process, int descriptor) {
   return std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/fd/" +
                                        std::to_string(descriptor))
@@ -58,7 +58,7 @@ class StandardStreams : public SensorRun, public ::testing::WithParamInterface<S
 
 INSTANTIATE_TEST_SUITE_P(Odd, StandardStreams, ::testing::ValuesIn(streams_cases()), case_name);
 
-// Neither the connection to the window system nor a pipe may get the number of a closed stream.
+// The connection to the window system and the pipes must not get the number of a closed stream.
 TEST_P(StandardStreams, DoNotMatterToTheDashboard) {
   add_good_sets(1);
   DesktopRun run(stage_, odd(start({})));
@@ -79,14 +79,14 @@ TEST_P(StandardStreams, DoNotMatterToTheLayoutImage) {
 
 TEST_P(StandardStreams, DoNotMatterToHelp) { expect_good_end(odd({{"--help"}})); }
 
-// The virtual Kinect complains of it on standard error.
+// The virtual Kinect reports the missing recording on standard error.
 TEST_P(StandardStreams, DoNotMatterToADriverThatComplains) {
   ProgramStart without_window = odd(start({"--frames", "2"}));
   without_window.environment["VIRTUAL_KINECT"] = "/no/such/recording";
   expect_good_end(without_window);
 }
 
-// A command that is cut off by its reader must still end by SIGPIPE.
+// A command whose reader goes away must still end by SIGPIPE.
 TEST_P(StandardStreams, LeaveTheCommandsTheirInputAndTheirSignals) {
   const std::filesystem::path seen = stage_.folder() / "seen";
   stage_.provide_script("sonmerectl", "exec 3>'" + seen.string() +

@@ -9,7 +9,7 @@ void append(Cases& cases, const Cases& more) {
   cases.insert(cases.end(), more.begin(), more.end());
 }
 
-// After a limit of one turn without a sensor.
+// Appended to a limit of one turn and no sensor.
 CommandLineCase short_run(const std::string& name, const std::vector<std::string>& arguments,
                           const std::map<std::string, std::string>& summary = {}) {
   CommandLineCase result{name, {"--no-camera", "--frames", "1"}, summary};
@@ -128,7 +128,7 @@ Cases view_cases() {
       {"Follow", "follow"}};
   Cases cases;
   for (const auto& [word, view] : words) {
-    // A view before it, so that "combo" is seen to be chosen.
+    // Another view first, since "combo" is the default.
     cases.push_back(
         short_run("View_" + word, {"--view", "ir", "--view", word}, {{"current_view", view}}));
     cases.push_back(short_run("OverlayMode_" + word, {"--view", "ir", "--overlay-mode", word},

@@ -1,4 +1,4 @@
-// The command lines that the program is tried with, and what must come of them.
+// The command lines that the tests try, and the expected results.
 #pragma once
 
 #include <map>
@@ -13,11 +13,11 @@ struct CommandLineCase {
   std::vector<std::string> arguments;
   // Accepted lines: the values of the exit summary that differ from a run with the defaults.
   std::map<std::string, std::string> summary = {};
-  // Rejected lines: what stands on standard error.
+  // Rejected lines: the text on standard error.
   std::string complaint = "";
 };
 
-// For the test framework, which prints the parameters of a test.
+// GoogleTest prints the parameters of a test with this.
 inline void PrintTo(const CommandLineCase& test_case, std::ostream* stream) {
   *stream << test_case.name;
 }

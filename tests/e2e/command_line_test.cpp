@@ -173,7 +173,7 @@ TEST_F(Files, EmptySamplesFolderIsNoSamples) {
   EXPECT_EQ(summary_values(output_)["samples_loaded"], "0");
 }
 
-// Nothing is written but the summary.
+// The summary is all that a run writes.
 TEST_F(Files, RunLeavesNoFilesBehind) {
   std::filesystem::remove_all(stage_.working_folder() / "install");
   run(kShortRun);

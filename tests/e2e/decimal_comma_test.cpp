@@ -1,5 +1,5 @@
-// In a country that writes a decimal comma every number keeps its point and the dashboard is the
-// same.
+// Under a locale with a decimal comma every number keeps its decimal point and the dashboard looks
+// the same.
 #include <algorithm>
 #include <regex>
 
@@ -38,7 +38,7 @@ class DecimalComma : public SensorRun {
     return result;
   }
 
-  // Whether the process has switched to the locale: only then it reads the form of its numbers.
+  // Whether the process has switched to the locale: only then does it map the number formats.
   bool has_taken_locale(pid_t process) const {
     const std::string maps = read_text("/proc/" + std::to_string(process) + "/maps");
     return maps.find((locales() / kLocale / "LC_NUMERIC").string()) != std::string::npos;
@@ -53,8 +53,8 @@ void hear(ExpectedDashboard& scene, const std::string& angle, const std::string&
   log_message(scene, match);
 }
 
-// The first event is read before the window system takes the locale on, the second afterwards. Cut
-// at its point, its confidence would be 0, which is low.
+// The first event is read before the window system switches the locale, the second afterwards. If
+// parsing stopped at the point, its confidence would be 0, which counts as low.
 TEST_F(DecimalComma, ChangesNothingOnTheDashboard) {
   recording_.set_device("pace: 0\nserial: \"0.5\"\n");
   add_good_sets(1);

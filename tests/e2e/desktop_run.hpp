@@ -20,12 +20,12 @@ constexpr int kWidth = 1440;
 constexpr int kHeight = 1080;
 constexpr double kFontScale = 0.86;
 
-// `more`, after the options that make such a window.
+// The options for such a window, followed by `more`.
 std::vector<std::string> in_readable_window(const std::vector<std::string>& more);
 
 class DesktopRun {
  public:
-  // On an X server of its own. Waits until the window is there; throws when it does not come.
+  // On an X server of its own. Waits for the window; throws when it does not appear.
   DesktopRun(const Stage& stage, const ProgramStart& start);
 
   // The same on a given X server, which must outlive the run.
@@ -34,18 +34,18 @@ class DesktopRun {
   Program& program() { return program_; }
   XDesktop& desktop() { return desktop_; }
 
-  // Messages that this run may log beside known_messages().
+  // Adds messages that this run may log in addition to known_messages().
   void expect_messages(const std::vector<std::string>& messages);
 
   // The messages in the event panel, newest first.
   std::vector<std::string> messages();
 
-  // Waits until the messages are as the condition wants. False: they never were.
+  // Waits until the messages fulfil the condition. False: they did not before the deadline.
   bool wait_for_messages(
       const std::function<bool(const std::vector<std::string>& messages)>& condition);
   bool wait_for_message(const std::string& message);
 
-  // Waits for exactly this dashboard: "" when it came, else the last difference.
+  // Waits for exactly this dashboard. Returns "" once it is shown, else the last difference.
   std::string wait_for(ExpectedDashboard expected);
 
   // Presses q and waits for the end. False: the program did not end with status 0.

@@ -1,11 +1,13 @@
 #include "tests/e2e/event_transcript.hpp"
 
 #include <algorithm>
-#include <cmath>
+#include <deque>
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include "dashboard/dashboard_geometry.hpp"
+#include "dashboard/event_panel.hpp"
 #include "dashboard/font_scale.hpp"
 #include "dashboard/panel_drawing.hpp"
 #include "tests/support/same_pixels.hpp"
@@ -16,73 +18,74 @@ const char kUnreadableLine[] = "(unreadable)";
 
 namespace {
 
-const cv::Scalar kPanelFill(22, 28, 38);
-const cv::Scalar kEventColor(176, 187, 202);
-
 constexpr std::size_t kTimeLength = 8;  // "HH:MM:SS"
 
-// Where the panel stands and how its lines are drawn, by the layout rules of the dashboard.
+// The panel as the dashboard places and draws it.
 struct EventPanel {
-  cv::Rect content;
-  int line_height;
-  int lines;     // that fit
-  double scale;  // of the text
+  cv::Rect place;              // on the dashboard
+  DashboardGeometry geometry;  // for drawing the panel alone, at the origin
+  PanelCursor first_line;      // of that panel
+  int lines = 0;               // that fit
 };
 
-int share(double factor, int length) { return static_cast<int>(length * factor); }
-
-EventPanel event_panel(cv::Size canvas, double font_scale) {
-  const int margin = std::clamp(share(0.015, canvas.width), 12, 28);
-  const int gap = std::clamp(share(0.012, canvas.width), 10, 24);
-  const int footer = std::clamp(share(0.052, canvas.height), 28, 42);
-  const int wanted = std::min(share(0.205, canvas.height), canvas.height / 4);
-  const int height = std::max(wanted, 98);
-  const int top = canvas.height - footer - margin - height;
-  const int width = std::clamp(share(0.31, canvas.width), 292, 500);
-  const int preview = std::max(canvas.width - width - gap - 2 * margin, 300);
-  const int pad = std::clamp(static_cast<int>(std::round(std::min(width, height) * 0.035)), 8, 14);
-
+EventPanel event_panel(cv::Size canvas) {
+  Options options;
+  options.width = canvas.width;
+  options.height = canvas.height;
   EventPanel panel{};
-  panel.content = {margin + preview + gap + pad, top + pad + 22, width - 2 * pad,
-                   height - 2 * pad - 22};
-  panel.line_height = std::clamp(static_cast<int>(std::round(18.0 * font_scale)), 15, 24);
-  panel.lines = (panel.content.height - 2) / panel.line_height;
-  panel.scale = wanted > 134 ? 0.33 : 0.29;
+  panel.geometry = dashboard_geometry(options);
+  panel.place = {panel.geometry.side_x, panel.geometry.events_top, panel.geometry.side_width,
+                 panel.geometry.events_height};
+  panel.geometry.side_x = 0;
+  panel.geometry.events_top = 0;
+
+  cv::Mat scratch(panel.place.size(), CV_8UC3);
+  panel.first_line = drawPanel(scratch, {{0, 0}, panel.place.size()}, "", 1.0);
+  PanelCursor cursor = panel.first_line;
+  while (drawTextLine(scratch, cursor, " ", 1.0, cv::Scalar(), 1)) ++panel.lines;
   return panel;
 }
 
 // The pixels of one line: from under the descenders of the line above to under its own.
 cv::Rect line_area(const EventPanel& panel, int line) {
-  const int baseline = panel.content.y + (line + 1) * panel.line_height;
-  const int descent = panel.line_height / 3;
-  return {panel.content.x, baseline + descent - panel.line_height, panel.content.width,
-          panel.line_height};
+  const PanelCursor& first = panel.first_line;
+  const int descent = first.line_height / 3;
+  return {first.content.x, first.y + (line - 1) * first.line_height + descent, first.content.width,
+          first.line_height};
+}
+
+// The panel with these lines.
+cv::Mat drawn_panel(const EventPanel& panel, const std::deque<std::string>& lines) {
+  cv::Mat picture(panel.place.size(), CV_8UC3);
+  drawEventPanel(picture, panel.geometry, lines);
+  return picture;
 }
 
 cv::Mat drawn_line(const EventPanel& panel, const std::string& text) {
-  const int descent = panel.line_height / 3;
-  cv::Mat strip(panel.line_height, panel.content.width, CV_8UC3, kPanelFill);
-  PanelCursor cursor;
-  cursor.content = {0, 0, panel.content.width, 2 * panel.line_height};
-  cursor.y = panel.line_height - descent;
-  cursor.line_height = panel.line_height;
-  drawTextLine(strip, cursor, text, panel.scale, kEventColor, 1);
-  return strip;
+  return drawn_panel(panel, {text})(line_area(panel, 0));
 }
 
-// The first of `texts` whose drawing equals the left `width` columns of `strip`, or "".
+// The first of `texts` whose drawing equals the left `width` columns of `strip`, or "". As many
+// as fit are drawn in one panel.
 std::string recognised(const EventPanel& panel, const cv::Mat& strip,
                        const std::vector<std::string>& texts, int width) {
   const cv::Rect left(0, 0, width, strip.rows);
-  for (const std::string& text : texts) {
-    if (same_pixels(drawn_line(panel, text)(left), strip(left))) return text;
+  const auto batch = static_cast<std::size_t>(panel.lines);
+  for (std::size_t start = 0; start < texts.size(); start += batch) {
+    const std::size_t end = std::min(start + batch, texts.size());
+    const cv::Mat picture = drawn_panel(panel, {texts.begin() + static_cast<std::ptrdiff_t>(start),
+                                                texts.begin() + static_cast<std::ptrdiff_t>(end)});
+    for (std::size_t i = start; i < end; ++i) {
+      const cv::Mat line = picture(line_area(panel, static_cast<int>(i - start)));
+      if (same_pixels(line(left), strip(left))) return texts[i];
+    }
   }
   return "";
 }
 
 // Columns that the time alone fills: where the drawing of a time ends.
 int time_width(const EventPanel& panel) {
-  const cv::Mat blank(panel.line_height, panel.content.width, CV_8UC3, kPanelFill);
+  const cv::Mat blank = drawn_line(panel, "");
   cv::Mat ink;
   cv::findNonZero(differing_pixels(drawn_line(panel, "00:00:00"), blank), ink);
   return cv::boundingRect(ink).br().x;
@@ -101,10 +104,6 @@ std::string read_line(const EventReader& reader, const EventPanel& panel, const 
   return text.empty() ? kUnreadableLine : text;
 }
 
-bool is_blank(const cv::Mat& strip) {
-  return same_pixels(strip, cv::Mat(strip.size(), CV_8UC3, kPanelFill));
-}
-
 }  // namespace
 
 std::vector<std::string> EventReader::lines(const cv::Mat& picture) const {
@@ -112,11 +111,12 @@ std::vector<std::string> EventReader::lines(const cv::Mat& picture) const {
     return {};  // a window that has not its size yet
   }
   g_font_scale = font_scale;
-  const EventPanel panel = event_panel(picture.size(), font_scale);
+  const EventPanel panel = event_panel(picture.size());
+  const cv::Mat blank = drawn_line(panel, "");
   std::vector<std::string> result;
   for (int line = 0; line < panel.lines; ++line) {
-    const cv::Mat strip = picture(line_area(panel, line));
-    if (is_blank(strip)) break;
+    const cv::Mat strip = picture(panel.place)(line_area(panel, line));
+    if (same_pixels(strip, blank)) break;
     result.push_back(read_line(*this, panel, strip));
   }
   const bool panel_full = static_cast<int>(result.size()) == panel.lines;

@@ -1,5 +1,5 @@
-// Reads the RECENT EVENTS panel out of a picture of the dashboard, by drawing each line that could
-// stand there and comparing pixel by pixel.
+// Reads the RECENT EVENTS panel in a picture of the dashboard: draws every line that may be there
+// with the dashboard's own code and compares pixel by pixel.
 #pragma once
 
 #include <ctime>
@@ -10,23 +10,23 @@
 
 namespace halcyra {
 
-// What stands where no known message fits.
+// Stands for a line that matches no known message.
 extern const char kUnreadableLine[];
 
 struct EventReader {
   double font_scale;                  // of the run
-  std::vector<std::string> messages;  // what may have been logged
+  std::vector<std::string> messages;  // that may have been logged
   std::time_t from;                   // no event is older
 
-  // The lines as drawn ("HH:MM:SS  message"), newest first; kUnreadableLine for any other. A last
-  // line that the notice of an overflowing panel is written over is left out.
+  // The lines ("HH:MM:SS  message"), newest first; kUnreadableLine where no message matches. In a
+  // full panel the overflow notice may cover the last line, which is then left out.
   std::vector<std::string> lines(const cv::Mat& picture) const;
 };
 
 // The lines without their times.
 std::vector<std::string> messages_of(const std::vector<std::string>& lines);
 
-// The local time as events carry it.
+// The local time in the format of the event log.
 std::string event_time(std::time_t time);
 
 }  // namespace halcyra

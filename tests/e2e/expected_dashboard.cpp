@@ -40,8 +40,8 @@ std::string difference(const cv::Mat& picture, const ExpectedDashboard& expected
       return "the events are" + listed(shown) + "\n  expected" + listed(expected.messages);
     }
   }
-  // The time of a line under the notice of a full panel cannot be read, so each is tried; lines
-  // below it only have to be there.
+  // The overflow notice covers the first line that could not be read, so every time is tried for
+  // it. The lines below it are not drawn; they only cause the notice.
   for (std::size_t i = readable; i < expected.messages.size(); ++i) {
     events.push_back(event_time(expected.from) + "  " + expected.messages[i]);
   }

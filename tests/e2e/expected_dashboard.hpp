@@ -1,4 +1,4 @@
-// The dashboard that a test says should stand in the window, compared pixel by pixel.
+// The dashboard that a test expects in the window, compared pixel by pixel.
 #pragma once
 
 #include <ctime>
@@ -24,8 +24,8 @@ struct ExpectedDashboard {
   std::time_t from = 0;               // no event is older
 };
 
-// "" when the picture is exactly that dashboard, with the times of the events as they are in the
-// picture; else what differs.
+// "" when the picture is exactly that dashboard, else what differs. The times of the events are
+// taken from the picture.
 std::string difference(const cv::Mat& picture, const ExpectedDashboard& expected);
 
 }  // namespace halcyra

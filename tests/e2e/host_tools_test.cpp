@@ -1,4 +1,4 @@
-// Tools of the machine that are missing, broken or die: what the program makes of them.
+// Missing, broken and crashing system tools.
 #include <functional>
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ void PrintTo(const ToolFault& fault, std::ostream* stream) { *stream << fault.na
 
 std::string fault_name(const ::testing::TestParamInfo<ToolFault>& info) { return info.param.name; }
 
-// 64 bytes that are no text, over and over.
+// The same 64 binary bytes again and again.
 void make_print_noise(Stage& stage, const std::string& command, int blocks) {
   std::string noise;
   for (int i = 0; i < 64; ++i) noise += static_cast<char>(i * 41 % 256);
@@ -46,7 +46,7 @@ void take_interpreter_away(Stage& stage, const std::string& command) {
   std::filesystem::permissions(stage.file_of(command), std::filesystem::perms::owner_all);
 }
 
-// Ways for a tool to say nothing that can be used.
+// Ways in which a tool prints nothing usable.
 std::vector<ToolFault> silent_faults() {
   return {
       {"Missing", [](Stage& stage, const std::string& command) { stage.withdraw(command); }},
@@ -101,7 +101,7 @@ TEST_P(SilentTool, XrandrAndXdpyinfoLeaveTheScreenToTheFallback) {
   EXPECT_EQ(screen(), "1280x720(fallback)");
 }
 
-// The keys still say what was asked for, and a script that is mended is heard again.
+// The keys still log their command, and a repaired script is used at the next refresh.
 TEST_P(SilentTool, ServicesAreUnknownAndCanComeBack) {
   inflict("sonmerectl");
   inflict("systemctl");
@@ -123,7 +123,7 @@ TEST_P(SilentTool, ServicesAreUnknownAndCanComeBack) {
   EXPECT_TRUE(run.quit());
 }
 
-// Ways for a tool to end badly after it has said something.
+// Ways in which a tool fails after it has printed its answer.
 std::vector<ToolFault> last_words() {
   const auto dying_by = [](const std::string& end) {
     return [end](Stage& stage, const std::string& command) {

@@ -21,7 +21,7 @@ struct KeyCase {
 
 const std::vector<std::string> kVoiceCalls = {"sonmerectl status", "sonmerectl persistence-status"};
 
-// The calls of a voice command: the verb, then the refresh of the voice status alone.
+// The calls of a voice command: the verb, then a refresh of the voice status only.
 std::vector<std::string> voice_command(const std::string& verb) {
   return {"sonmerectl " + verb, kVoiceCalls[0], kVoiceCalls[1]};
 }
@@ -31,13 +31,14 @@ std::vector<std::string> whole_refresh() {
           "systemctl is-active corvane.service"};
 }
 
-// What the room logs by itself after a view key, at once or after the hold-back.
+// The room logs these by itself after a view key, at once or after the hold-back.
 bool is_mode_message(const std::string& message) {
   return message == "Wide room scan active" || message == "Room overview active" ||
          message == "Follow mode active: none";
 }
 
-// The messages above the newest `marker`, without the room's own; the marker must be there.
+// Puts the messages above the newest `marker` into `since`, without those of the room. False: the
+// marker is not shown.
 bool messages_since(const Messages& shown, const std::string& marker, Messages& since) {
   const auto end = std::find(shown.begin(), shown.end(), marker);
   since.clear();
@@ -59,8 +60,8 @@ class KeyCommands : public ::testing::Test {
     });
   }
 
-  // Logs a message that the next key cannot log, and returns it. It alternates, so that a new one
-  // is told from the one before.
+  // Logs a message that the next key cannot log, and returns it. It alternates, so that it differs
+  // from the marker before.
   std::string mark(const std::string& next_keysym) {
     const bool microphone_next = next_keysym == "m" || next_keysym == "M";
     std::string marker = "Current view: RGB";
@@ -150,7 +151,7 @@ TEST_F(KeyCommands, EveryViewKeySwitchesDebugOff) {
     expect_key({"b", "Debug boxes/detail enabled", {}});
     const std::string marker = mark("1");
     run_.desktop().press(view_key);
-    // Only the view is logged; that debug is off shows in what b says next.
+    // Only the view is logged; the next message of b tells whether debug is off.
     ASSERT_TRUE(run_.wait_for_messages([&](const Messages& shown) {
       return messages_since(shown, marker, shown_since_) && shown_since_.size() == 1 &&
              shown_since_[0].rfind("Current view: ", 0) == 0;
@@ -159,8 +160,8 @@ TEST_F(KeyCommands, EveryViewKeySwitchesDebugOff) {
   expect_key({"b", "Debug boxes/detail enabled", {}});
 }
 
-// Without a window manager the window's focus frame eats a first Tab, so it is pressed again until
-// one arrives.
+// Without a window manager the window swallows the first Tab to move its focus, so Tab is pressed
+// until one arrives.
 TEST_F(KeyCommands, TabLogsTheTarget) {
   const std::string marker = mark("Tab");
   EXPECT_TRUE(run_.wait_for_messages([&](const Messages& shown) {

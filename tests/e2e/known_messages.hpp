@@ -6,7 +6,7 @@
 
 namespace halcyra {
 
-// Every message with a fixed wording, and those with a number or name as the tests meet them.
+// Every message with a fixed wording, and the variants of the others that the tests need.
 std::vector<std::string> known_messages();
 
 }  // namespace halcyra

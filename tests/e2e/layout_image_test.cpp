@@ -1,4 +1,4 @@
-// The picture that --layout-test leaves behind.
+// The image that --layout-test writes.
 #include <gtest/gtest.h>
 #include <opencv2/imgcodecs.hpp>
 
@@ -75,7 +75,8 @@ TEST_F(LayoutImage, ReplacesAnOlderOne) {
   EXPECT_EQ(cv::imread(image.string()).size(), cv::Size(800, 480));
 }
 
-// The folder cannot be made and the image cannot be written; the run goes on and still says so.
+// The folder cannot be made and the image cannot be written; the run goes on and logs the image
+// all the same.
 TEST_F(LayoutImage, CapturesThatIsAFileDoesNotEndTheRun) {
   write_text(stage_.working_folder() / "captures", "in the way");
   DesktopRun run(stage_, {in_readable_window({"--layout-test", "--frames", "100000"})});

@@ -1,4 +1,4 @@
-// Reports and state files of any size and content: the program lives and shows what it should.
+// Reports and state files with odd content or of enormous size.
 #include <gtest/gtest.h>
 
 #include "tests/e2e/desktop_run.hpp"

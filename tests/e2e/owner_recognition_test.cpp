@@ -1,4 +1,4 @@
-// A real photograph of a face before the sensor, from the picture to the summary.
+// A photograph of a real face in front of the sensor, from the picture to the summary.
 #include <cstdio>
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ cv::Rect face_box(const Summary& summary) {
   return box;
 }
 
-// What is logged in every turn, over and over, fills the whole panel.
+// The whole panel, filled by two messages that every turn logs.
 std::vector<std::string> repeated(const std::string& newest, const std::string& older) {
   std::vector<std::string> messages;
   for (int line = 0; line < 11; ++line) messages.push_back(line % 2 == 0 ? newest : older);
@@ -52,7 +52,7 @@ class RealFace : public SensorRun {
     recording_.add_depth(depth_halves());
   }
 
-  // The face that the program finds in the portrait.
+  // Where the program finds the face in the portrait.
   cv::Rect found_face() { return face_box(summary_of_run({"--smoke", "--frames", "1"})); }
 
   void enroll(const std::string& file, const cv::Mat& sample) {
@@ -254,7 +254,7 @@ TEST_F(RealFace, OfAStrangerIsShown) {
 
 class RoomEvents : public RealFace {
  protected:
-  // What is left on the dashboard, nobody visible, after the sets have been seen once.
+  // The dashboard once all sets have been seen and nobody is visible any more.
   std::string difference_after_stall(const std::string& view,
                                      const std::vector<std::string>& messages,
                                      const cv::Mat& last_picture) {

@@ -1,4 +1,4 @@
-// Changing the form of pictures.
+// Conversions of pictures.
 #pragma once
 
 #include <opencv2/core/mat.hpp>

@@ -10,7 +10,7 @@ Program::Program(const Stage& stage, const ProgramStart& start)
   process.executable = start.executable;
   process.arguments = start.arguments;
   process.environment = stage.environment();
-  // Without OpenGL the window needs no driver and is up sooner.
+  // Without OpenGL the window needs no driver and opens sooner.
   process.environment["QT_XCB_GL_INTEGRATION"] = "none";
   if (start.display.empty()) {
     process.environment["QT_QPA_PLATFORM"] = "offscreen";

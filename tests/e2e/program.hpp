@@ -14,10 +14,10 @@ namespace halcyra {
 
 struct ProgramStart {
   std::vector<std::string> arguments;
-  std::string display = "";  // of an X server; none draws into memory only
-  std::map<std::string, std::string> environment = {};  // beside the stage's
+  std::string display = "";  // of an X server; without one the program draws into memory
+  std::map<std::string, std::string> environment = {};  // in addition to the stage's
   std::string executable = HALCYRA_PROGRAM;
-  std::vector<std::string> unset = {};  // variables of the stage that the program is not to see
+  std::vector<std::string> unset = {};  // variables that the program must not see
   OddStreams streams = {};
   bool bound_by_modes = false;  // see ProcessStart
 };

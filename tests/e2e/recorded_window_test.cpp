@@ -6,7 +6,7 @@
 
 #include "tests/e2e/exit_summary_line.hpp"
 #include "tests/e2e/sensor_run.hpp"
-#include "tests/e2e/text_file.hpp"
+#include "tests/support/text_file.hpp"
 
 namespace halcyra {
 namespace {

@@ -17,8 +17,8 @@ class Recording {
   // The lines of device.yml.
   void set_device(const std::string& settings);
 
-  // Adds the next frame of "color", "ir" or "depth". 32-bit float pictures keep every value, others
-  // become PNG files.
+  // Adds the next frame of "color", "ir" or "depth": a TIFF file for a 32-bit float picture, a PNG
+  // file for any other, both lossless.
   void add(const std::string& stream, const cv::Mat& picture);
   void add_color(const cv::Mat& picture) { add("color", picture); }
   void add_infrared(const cv::Mat& picture) { add("ir", picture); }

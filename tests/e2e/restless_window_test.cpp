@@ -1,4 +1,4 @@
-// A window that is never left alone: closed, moved, resized, hidden and typed into in any order.
+// A window that is closed, moved, resized, hidden and typed into in random order.
 #include <algorithm>
 #include <chrono>
 #include <random>
@@ -15,7 +15,7 @@
 namespace halcyra {
 namespace {
 
-// All that do something but quit, and some that do nothing.
+// Keys of every command except quit, and some without a command.
 const std::vector<std::string> kKeys = {"1", "2", "3",   "4",  "5", "6", "7",     "i",   "d", "a",
                                         "o", "f", "b",   "m",  "v", "k", "t",     "x",   "z", "I",
                                         "V", "M", "Tab", "F5", "0", "p", "space", "Left"};
@@ -24,7 +24,7 @@ const std::vector<cv::Size> kSizes = {{40, 30},    {800, 480},   {799, 480},   {
                                       {300, 900},  {1000, 600},  {1440, 1080}, {1920, 1080},
                                       {2560, 700}, {3840, 2160}, {1001, 701},  {640, 360}};
 
-// A user whose every step follows from the seed.
+// A user whose steps are random but determined by the seed.
 class RestlessUser {
  public:
   RestlessUser(XDesktop& desktop, unsigned seed) : desktop_(desktop), random_(seed) {}
@@ -43,7 +43,7 @@ class RestlessUser {
     let_go();
   }
 
-  // In how many sizes the window was seen, and how often it was not to be seen.
+  // In how many sizes the window was seen, and how often it was hidden.
   std::size_t sizes_seen() const { return areas_.size(); }
   int times_missed() const { return times_missed_; }
 
@@ -104,7 +104,7 @@ class RestlessUser {
 
 class RestlessWindow : public SensorRun {
  protected:
-  // The window as it was at the start, whatever has become of it, and with the keyboard.
+  // Brings the window back to its size at the start. False: it does not come.
   static bool settled(XDesktop& desktop) {
     return wait_until([&desktop] {
       if (!desktop.follow_window()) return false;
@@ -115,7 +115,7 @@ class RestlessWindow : public SensorRun {
     });
   }
 
-  // Refreshes until nothing else stands in the log, so that what comes next is seen to be new.
+  // Refreshes until the log shows nothing else, so that the next message is recognisably new.
   static void clear_log(DesktopRun& run) {
     const std::vector<std::string> cleared(11, "Status refreshed");
     EXPECT_TRUE(wait_until([&] {
@@ -124,7 +124,7 @@ class RestlessWindow : public SensorRun {
     })) << ::testing::PrintToString(run.messages());
   }
 
-  // Whichever way the work left it.
+  // The random keys may have left it on or off.
   static void switch_microphone_on(DesktopRun& run) {
     const std::string on = "Mic HUD enabled";
     const std::string off = "Mic HUD disabled";
@@ -140,7 +140,7 @@ class RestlessWindow : public SensorRun {
     }
   }
 
-  // After the work, the keys lead to exactly the scene, whose log is full of refreshes.
+  // After the random steps a few keys must lead to exactly this scene, its log full of refreshes.
   static void expect_scene_after_work(DesktopRun& run, ExpectedDashboard scene, int steps) {
     RestlessUser user(run.desktop(), 20240229);
     user.work(steps);

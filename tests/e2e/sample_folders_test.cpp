@@ -1,4 +1,5 @@
-// Samples folders full of what is no sample: the good ones are counted, the rest does no harm.
+// Samples folders with unusable files among the samples: the good ones are counted, the rest is
+// ignored.
 #include <signal.h>
 #include <sys/stat.h>
 
@@ -26,7 +27,7 @@ class SampleFolders : public ::testing::Test {
   }
 
   void add_good(const std::string& name) const {
-    // Written under a plain name, since the library writes pictures under few.
+    // OpenCV cannot write every file name, so the picture is written under a plain one and renamed.
     const fs::path draft = stage_.folder() / ("good" + fs::path(name).extension().string());
     ASSERT_TRUE(cv::imwrite(draft.string(), cv::Mat(8, 8, CV_8UC1, cv::Scalar(90))));
     fs::rename(draft, place(name));
@@ -99,7 +100,7 @@ TEST_F(SampleFolders, SizesThatNoPictureHasAreLeftOut) {
   expect_loaded(1);
 }
 
-// The library throws instead of allocating.
+// OpenCV throws rather than allocate so much.
 TEST_F(SampleFolders, SizeBeyondTheLibrarysLimitEndsTheRun) {
   add_text("too-large.pgm", "P5\n100000 100000\n255\nxxxxx");
   Program program(stage_, start({"--frames", "1"}));
@@ -154,7 +155,7 @@ TEST_F(SampleFolders, FolderThatCannotBeReadEndsTheRun) {
   EXPECT_NE(program.errors().find("filesystem error"), std::string::npos) << program.errors();
 }
 
-// Deeper than a path can name: a file there cannot be reached by its path.
+// Deeper than the longest path: a file there cannot be opened by its path.
 TEST_F(SampleFolders, MayBeNestedDeeperThanAPathIsLong) {
   add_good("good.png");
   const fs::path before = fs::current_path();

@@ -8,7 +8,7 @@
 namespace halcyra {
 namespace {
 
-// What is logged once the mode of an empty room is known; "follow" is first held back.
+// The messages of an empty room once its mode has settled; "follow" is held back at first.
 std::vector<std::string> mode_messages(const std::string& view) {
   if (view == "combo") {
     return {"Wide room scan active"};

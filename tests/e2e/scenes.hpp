@@ -1,4 +1,4 @@
-// Dashboards that many tests expect, stated by the rules of the program.
+// Dashboards that many tests expect.
 #pragma once
 
 #include <string>
@@ -16,10 +16,10 @@ ExpectedDashboard empty_room_scene(const std::string& view,
 // The same of a run with --no-camera.
 ExpectedDashboard camera_less_scene(const std::string& view);
 
-// The messages of such a run's start, newest first, up to the start of the sensor.
+// The messages that a run logs before it opens the sensor, newest first.
 std::vector<std::string> start_messages();
 
-// Puts a message on top of the scene's, of which the log keeps 11.
+// Adds a message as the newest; the log keeps 11.
 void log_message(ExpectedDashboard& scene, const std::string& message);
 
 }  // namespace halcyra

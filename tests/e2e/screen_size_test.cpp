@@ -1,4 +1,4 @@
-// What the program makes of the answers of xrandr and xdpyinfo.
+// Window sizes that follow from the answers of xrandr and xdpyinfo.
 #include <optional>
 #include <ostream>
 

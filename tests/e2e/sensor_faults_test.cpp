@@ -1,5 +1,5 @@
-// A sensor on a bad cable: it stalls and comes back, is pulled out, loses and damages frames,
-// changes their size, and does not end as it should.
+// A sensor on a bad cable: it stalls and comes back, is unplugged, loses and damages frames,
+// changes their size, and fails to stop or close.
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ cv::Mat bright_room_picture() { return 255 - empty_room_picture(); }
 
 class FaultySensor : public SensorRunOnBothDrivers {
  protected:
-  // Of a run without a window that ends as it should.
+  // Of a run without a window that must end with status 0.
   Summary summary_of_driver(const std::vector<std::string>& arguments) {
     Program program(stage_, start_of_driver(arguments));
     const std::optional<ProcessEnd> end = program.wait_for_end();
@@ -39,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(Drivers, FaultySensor,
                          ::testing::ValuesIn(SensorRunOnBothDrivers::drivers()),
                          SensorRunOnBothDrivers::driver_name);
 
-// The sentence of the stall stays, the pictures move on.
+// The sentence about the stall stays, but the pictures are renewed.
 TEST_P(FaultySensor, StallsAndResumes) {
   recording_.set_device("pace: 1\nafter: pause\n");
   for (const cv::Mat& color : {bright_room_picture(), empty_room_picture()}) {

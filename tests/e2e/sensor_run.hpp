@@ -12,16 +12,16 @@
 
 namespace halcyra {
 
-// Two grey levels side by side; equalising leaves the darker black and the brighter white.
+// Two intensities side by side; equalising makes the darker half black and the brighter one white.
 cv::Mat infrared_halves();
 
-// Nearest and farthest of the depth scale side by side, in millimetres.
+// The nearest and the farthest depth of the colour scale side by side, in millimetres.
 cv::Mat depth_halves();
 
-// A picture in which nobody is, with three different channels.
+// A picture without a face, with three different channels.
 cv::Mat empty_room_picture();
 
-// What becomes of infrared_halves() and depth_halves().
+// The previews made of infrared_halves() and depth_halves().
 cv::Mat infrared_halves_preview();
 cv::Mat depth_halves_preview();
 
@@ -31,10 +31,10 @@ class SensorRun : public ::testing::Test {
 
   void add_good_sets(int count);
 
-  // A start on the recording, in the readable window.
+  // Starts on the recording, in the readable window.
   ProgramStart start(const std::vector<std::string>& arguments) const;
 
-  // The same without a window; the values of the exit summary.
+  // Runs the same without a window to its end. Returns the values of the exit summary.
   std::map<std::string, std::string> summary_of_run(const std::vector<std::string>& arguments);
 
   // What is logged when the streams start, newest first.
@@ -54,7 +54,7 @@ class SensorRun : public ::testing::Test {
   std::string errors_;  // of the last run without a window
 };
 
-// Each test with a driver whose timeout works and with one that would block for ever.
+// Runs each test with a driver whose timeout works and with one that ignores it.
 class SensorRunOnBothDrivers : public SensorRun, public ::testing::WithParamInterface<const char*> {
  public:
   static const std::vector<const char*>& drivers();

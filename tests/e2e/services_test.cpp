@@ -1,4 +1,4 @@
-// What the program asks the voice and assistant services, when, and what it shows of the answers.
+// When the program asks the voice and assistant services, and what it shows of their answers.
 #include <gtest/gtest.h>
 
 #include "tests/e2e/sensor_run.hpp"
@@ -45,7 +45,7 @@ TEST_F(RefreshSchedule, FirstAndEveryThirtiethFrame) {
   expect_refreshes({"--smoke", "--frames", "60"}, 3);
 }
 
-// Without a sensor a turn is counted at its end, so that the second one stands at 1.
+// Without a sensor a turn is counted at its end, so the count is 1 in the second turn.
 TEST_F(RefreshSchedule, SecondAndEveryThirtyFirstTurnWithoutSensor) {
   expect_refreshes({"--no-camera", "--smoke", "--frames", "1"}, 0);
   expect_refreshes({"--no-camera", "--smoke", "--frames", "2"}, 1);
@@ -67,7 +67,7 @@ TEST_F(RefreshSchedule, UncountedRunAsksOnKeysOnly) {
 
 class Services : public ::testing::Test {
  protected:
-  // The dashboard of a run without a sensor that heard of a voice.
+  // The dashboard of a run without a sensor, after a voice was reported.
   static ExpectedDashboard voice_scene(const std::string& angle, const std::string& confidence,
                                        const std::string& match) {
     ExpectedDashboard scene = camera_less_scene("combo");

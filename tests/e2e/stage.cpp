@@ -8,8 +8,8 @@
 namespace halcyra {
 namespace {
 
-// Settings of the test run itself that its programs need as well: the time zone of the event times,
-// and where instrumented builds report to.
+// Variables of the test itself that the program needs as well: the time zone of the event times,
+// and the settings of instrumented builds.
 constexpr const char* kPassedOn[] = {"TZ",           "LD_LIBRARY_PATH",  "ASAN_OPTIONS",
                                      "LSAN_OPTIONS", "UBSAN_OPTIONS",    "TSAN_OPTIONS",
                                      "GCOV_PREFIX",  "GCOV_PREFIX_STRIP"};

@@ -1,5 +1,5 @@
-// The machine that a run of the program sees: its working folder, its home and the commands that it
-// can call, all of the test's own. The commands end with a failure, since that must not matter.
+// The machine that a run of the program sees: a working folder, a home folder and commands, all
+// provided by the test. The commands exit with a failure, which must make no difference.
 #pragma once
 
 #include <filesystem>
@@ -27,13 +27,13 @@ class Stage {
   void provide(const std::string& command);
   void withdraw(const std::string& command);
 
-  // Makes the command a shell script of these lines, which can rely on no PATH.
+  // Makes the command a shell script with these lines, which must not use the PATH.
   void provide_script(const std::string& command, const std::string& lines);
 
   // Where the program finds the command.
   std::filesystem::path file_of(const std::string& command) const;
 
-  // What the command prints when called so, for example "sonmerectl status".
+  // Sets what the command prints for a call such as "sonmerectl status".
   void answer(const std::string& call, const std::string& text);
 
   // Replaced in one step, so that the program never sees half a file.
@@ -42,7 +42,7 @@ class Stage {
   // All calls so far, oldest first, for example "xrandr --current".
   std::vector<std::string> calls() const;
 
-  // Only what the program needs to see this stage; no display.
+  // The variables that lead the program to this stage; none names a display.
   std::map<std::string, std::string> environment() const;
 
  private:

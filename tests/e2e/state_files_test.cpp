@@ -1,4 +1,4 @@
-// State files of the voice service, and a home folder, in every condition they can be in.
+// Faulty state files of the voice service, and faulty home folders.
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -40,7 +40,8 @@ class StateFiles : public ::testing::Test {
   fs::path state_folder() const { return stage_.event_file().parent_path(); }
   fs::path recording() const { return state_folder() / "first-run-beamformed.wav"; }
 
-  // Asks for a refresh and adds what it logs to the scene: the key's message, then the room's.
+  // Presses the refresh key and adds to the scene what that logs: the key's message, then the
+  // room's.
   static void refresh(DesktopRun& run, ExpectedDashboard& scene, const std::string& room = "") {
     run.desktop().press("v");
     log_message(scene, "Status refreshed");
@@ -148,7 +149,7 @@ TEST_F(StateFiles, DirectionBehindAHundredMegabytesIsFound) {
   EXPECT_TRUE(run.quit());
 }
 
-// Puts one text after the other into the place of a file, in one step each, until it goes.
+// Replaces a file by one text after the other, each in one step, until it is destroyed.
 class RestlessWriter {
  public:
   RestlessWriter(const fs::path& file, const std::vector<std::string>& texts)
@@ -174,7 +175,7 @@ bool all_known(const std::vector<std::string>& messages) {
   return std::find(messages.begin(), messages.end(), kUnreadableLine) == messages.end();
 }
 
-// Never half of one and half of the other: every direction that is logged is one of the two.
+// Every direction that is logged is one of the two, never a mixture.
 TEST_F(StateFiles, ReplacedWhileReadAreReadWhole) {
   const std::string padding(200000, ' ');
   const std::string left =
@@ -192,7 +193,7 @@ TEST_F(StateFiles, ReplacedWhileReadAreReadWhole) {
       run.desktop().press("v");
       const std::size_t calls = calls_before + 4U * static_cast<std::size_t>(refresh + 1);
       ASSERT_TRUE(wait_until([&] { return stage_.calls().size() >= calls; }));
-      // Every refresh logs two lines at most, of 11.
+      // The log keeps 11 lines, and a refresh logs at most two.
       if (refresh % 5 != 4) continue;
       ASSERT_TRUE(run.wait_for_messages(all_known)) << ::testing::PrintToString(run.messages());
     }

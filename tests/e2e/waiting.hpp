@@ -1,4 +1,4 @@
-// Waiting for something to become true, with a deadline that only a failing test reaches.
+// Waiting for a condition, with a deadline that only a failing test reaches.
 #pragma once
 
 #include <chrono>
@@ -9,7 +9,7 @@ namespace halcyra {
 // Long enough for a loaded machine and an instrumented build.
 constexpr std::chrono::seconds kDeadline{60};
 
-// Asks again and again until `condition` holds. False: it did not within the deadline.
+// Polls until `condition` holds. False: it did not before the deadline.
 bool wait_until(const std::function<bool()>& condition,
                 std::chrono::milliseconds deadline = kDeadline);
 

@@ -1,4 +1,4 @@
-// Runs the program so often or so long that what it loses on the way would show.
+// Runs the program so often or so long that leaks show.
 #include <chrono>
 #include <cstdlib>
 #include <iostream>

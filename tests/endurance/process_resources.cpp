@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The number after `key` in the kernel's list of what it knows of the process.
+// The number after `key` in the status file of the process.
 std::optional<long> status_value(const fs::path& process, const std::string& key) {
   std::ifstream status(process / "status");
   for (std::string line; std::getline(status, line);) {

@@ -1,4 +1,4 @@
-// What a running process holds of the machine.
+// What a running process holds: memory, descriptors, threads and children.
 #pragma once
 
 #include <sys/types.h>
@@ -11,7 +11,7 @@ struct ProcessResources {
   long resident_kib = 0;  // memory
   long descriptors = 0;   // open files, pipes and sockets
   long threads = 0;
-  long children = 0;  // processes, ended ones that nobody waited for among them
+  long children = 0;  // child processes, zombies included
 };
 
 // Nothing when there is no such process.

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kProgressStep = 500;
 
-// "" when the run ended as it should.
+// "" when the run ended with status 0 and its summary, else what is wrong.
 std::string fault_of(Program& program) {
   const std::optional<ProcessEnd> end = program.wait_for_end();
   if (!end) return "did not end";

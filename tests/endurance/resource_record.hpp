@@ -1,4 +1,4 @@
-// Tells from samples of a run whether what it holds grows.
+// Tells from samples of a run whether its use of resources grows.
 #pragma once
 
 #include <string>
@@ -8,16 +8,16 @@
 
 namespace halcyra {
 
-// One stretch of a run. What is held for a moment, such as the pipe to a command, is not counted:
-// of everything but memory the least is taken, of memory the median.
+// One stretch of a run. Of memory it has the median, of the rest the minimum, so that what is held
+// only for a moment, such as the pipe to a command, does not count.
 using ResourcePeriod = ProcessResources;
 
-// `samples` in as many periods of equal length; fewer where there are fewer samples than periods.
+// `samples` in that many periods of equal length; fewer if there are fewer samples than periods.
 std::vector<ResourcePeriod> periods_of(const std::vector<ProcessResources>& samples, int count);
 
-// What the last period holds more of than the first: "" when nothing. Memory may differ by 2 %, as
-// the allocator keeps what it was given back in other amounts at other times; it is left out where
-// the run was too short for the caches to have filled in its first period.
+// What the last period holds more of than the first; "" if nothing. Memory may differ by 2 %,
+// since the allocator does not return all of it at once. It is left out where the run was so short
+// that caches were still filling in its first period.
 enum class Memory { kCompared, kLeftOut };
 std::string growth(const std::vector<ResourcePeriod>& periods, Memory memory);
 

@@ -1,4 +1,4 @@
-// Whether growth is told from coming and going.
+// Growth must be told apart from fluctuation.
 #include "tests/endurance/resource_record.hpp"
 
 #include <unistd.h>

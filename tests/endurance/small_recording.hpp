@@ -1,4 +1,4 @@
-// What the long runs on small frames are played from.
+// The recording for the long runs on small frames.
 #pragma once
 
 #include <filesystem>
@@ -7,8 +7,8 @@
 
 namespace halcyra {
 
-// In lockstep, over and over: an empty room, a face in pictures of two sizes, and frames that
-// cannot be used.
+// Played in lockstep and in a loop: an empty room, a face in pictures of two sizes, and unusable
+// frames.
 Recording write_small_recording(const std::filesystem::path& folder);
 
 // The face of that recording as the owner's samples.

@@ -23,7 +23,7 @@ constexpr std::size_t kTurnsForAKey = 13;
 constexpr int kLeastPeriods = 10;
 constexpr std::size_t kLeastSamplesForMemory = 3000;  // five minutes
 
-// Threads and caches that the first pictures call for: ten seconds, or less of a short run.
+// The first pictures start threads and fill caches: ten seconds are left out, less of a short run.
 constexpr std::size_t kWarmUpSamples = 100;
 constexpr std::size_t kWarmUpShare = 3;
 
@@ -33,7 +33,7 @@ void press_one_of_all(XDesktop& desktop, std::size_t turn) {
   if (turn % kTurnsForAKey == 0) desktop.press(kKeys[turn / kTurnsForAKey % kKeys.size()]);
 }
 
-// Samples and presses keys until the run has ended or `enough` says so.
+// Takes samples and presses keys until the run has ended or `enough` holds.
 std::vector<ProcessResources> watch(DesktopRun& run, const std::function<bool()>& enough) {
   std::vector<ProcessResources> samples;
   for (std::size_t turn = 1; run.program().running() && !enough(); ++turn) {
@@ -47,7 +47,7 @@ std::vector<ProcessResources> watch(DesktopRun& run, const std::function<bool()>
   return samples;
 }
 
-// Says how the run went. False: not as it should.
+// Prints how the run went. False: it failed.
 bool judge(DesktopRun& run, bool ended_well, const std::vector<ProcessResources>& samples,
            int period_count) {
   const std::vector<ResourcePeriod> periods = periods_of(samples, period_count);

@@ -1,4 +1,4 @@
-// One long run of the program, its resources watched.
+// One long run of the program with its resources watched.
 #pragma once
 
 #include <chrono>

@@ -58,7 +58,7 @@ TEST(Dedupe, LetsASmallerFrontalTakeOverTheProfilesPlace) {
   const Detection profile = left({0, 0, 50, 50});
   const Detection face = frontal({5, 5, 40, 40});
   const Detection between = right({200, 0, 45, 45});
-  // The place is that of the profile, the largest.
+  // It stands where the profile stood, which was the largest.
   EXPECT_EQ(dedupe({face, between, profile}), (Detections{face, between}));
 }
 
@@ -78,7 +78,7 @@ TEST(Dedupe, KeepsTheLargerOfTwoFrontals) {
   EXPECT_EQ(dedupe({frontal({2, 2, 46, 46}), larger}), Detections{larger});
 }
 
-// Shared columns / all columns: 14 / 40 and 34 / 100.
+// Shared columns out of all: 14 of 40, and 34 of 100.
 TEST(Dedupe, MergesFromAnOverlapOf35PerCentOn) {
   EXPECT_EQ(dedupe({frontal({0, 0, 27, 10}), frontal({13, 0, 27, 10})}).size(), 1U);
   EXPECT_EQ(dedupe({frontal({0, 0, 67, 10}), frontal({33, 0, 67, 10})}).size(), 2U);
@@ -110,7 +110,7 @@ TEST(Dedupe, JudgesAgainstTheFirstOverlappingPlaceOnly) {
 TEST(Dedupe, ComparesLaterDetectionsWithTheBoxThatTookOver) {
   const Detection profile = left({0, 0, 100, 100});
   const Detection face = frontal({0, 0, 62, 62});
-  // Overlaps the profile by 36 per cent, but hardly the frontal face that took its place.
+  // Overlaps the profile by 36 per cent, but the frontal face that replaced it by far less.
   const Detection later = right({40, 40, 60, 60});
   ASSERT_EQ(dedupe({profile, later}), Detections{profile});
   EXPECT_EQ(dedupe({profile, face, later}), (Detections{face, later}));
@@ -125,7 +125,7 @@ TEST(Dedupe, NeverMergesEmptyBoxes) {
   EXPECT_EQ(dedupe(inside), inside);
 }
 
-// ---- The rules once more, in the plainest form, on random lists.
+// ---- The same rules, written as plainly as possible, on random lists.
 
 int ruled_rank(const Detection& detection) {
   if (detection.detector_type == "frontal") return 3;
@@ -162,7 +162,7 @@ Detections ruled_dedupe(Detections list) {
 
 class RandomLists {
  public:
-  // No two detections of one area and rank, whose order would be open.
+  // No two detections have the same area and rank, as their order would be undefined.
   Detections list() {
     Detections detections;
     std::set<std::pair<int, int>> seen;

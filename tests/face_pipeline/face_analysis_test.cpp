@@ -27,7 +27,7 @@ cv::Mat noise(int width, int height) {
   return grey;
 }
 
-// In an image of noise every crop of 80 x 80 pixels and more is accepted.
+// Noise, of which every crop of at least 80 x 80 pixels is accepted.
 class AnalyzeFaces : public ::testing::Test {
  protected:
   Faces analyze(const std::vector<Detection>& detections) {
@@ -89,7 +89,7 @@ TEST_F(AnalyzeFaces, MeasuresTheClampedCrop) {
   const Faces faces = analyze({{{350, 150, 100, 300}, "profile_right"}, good(100)});
   ASSERT_EQ(faces.size(), 2U);
   for (const FaceInfo& face : faces) {
-    // A crop that knew its surroundings would have other edges.
+    // A crop that still saw its surroundings would have a different Laplacian at its border.
     const FaceMeasures measures = measure_face(grey_(face.box).clone());
     EXPECT_EQ(face.brightness, measures.brightness);
     EXPECT_EQ(face.contrast, measures.contrast);

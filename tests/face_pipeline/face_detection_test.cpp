@@ -23,7 +23,7 @@ namespace {
 using Boxes = std::vector<cv::Rect>;
 using Detections = std::vector<Detection>;
 
-// On several threads the cascades find the same boxes in an order that changes from run to run.
+// On one thread: on several, OpenCV's cascades find the same boxes in an order that varies.
 class FaceDetection : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
@@ -55,11 +55,11 @@ class FaceDetection : public ::testing::Test {
   static inline cv::CascadeClassifier* profile_ = nullptr;
 };
 
-// The head and shoulders alone, 240 x 220: a smaller picture is searched faster. Among its raw hits
-// are some of every pass.
+// The head and shoulders alone, 240 x 220: a smaller picture is searched faster. Each pass has raw
+// hits in it.
 cv::Mat portrait() { return photograph()(cv::Rect(80, 0, 240, 220)).clone(); }
 
-// ---- One pass, as bare calls of the library.
+// ---- One pass, as plain OpenCV calls.
 
 Boxes library_hits(cv::CascadeClassifier& cascade, const cv::Mat& working, const Options& options,
                    int least) {
@@ -99,7 +99,7 @@ TEST_F(FaceDetection, FindsTheFaceInThePhotograph) {
   const cv::Mat grey = photograph();
   const Boxes boxes = detect_faces(frontal(), grey, Options());
   ASSERT_EQ(boxes.size(), 1U);
-  // Eyes and mouth of the photographed person.
+  // The eyes and the mouth.
   for (const cv::Point& place : {cv::Point(204, 101), cv::Point(247, 103), cv::Point(223, 145)}) {
     EXPECT_TRUE(boxes[0].contains(place)) << boxes[0] << place;
   }
@@ -151,7 +151,7 @@ TEST_F(FaceDetection, CutsOffFractionsWhenItScalesBack) {
   EXPECT_GT(fractions_rounding_would_lift, 0);
 }
 
-// Half of 103 is 51.5, and the search knows windows of 51 pixels.
+// Half of 103 is 51.5, and the search has windows of 51 pixels.
 TEST_F(FaceDetection, CutsOffTheFractionOfTheSmallestFace) {
   Options options = raw_hits();
   options.min_face_size = 103;
@@ -271,7 +271,7 @@ TEST_F(DetectMulti, MergesAllPassesInTheirOrder) {
   }
   const Detections expected = dedupe(all);
   ASSERT_LT(expected.size(), all.size());
-  // No pass waits for another to come back empty: each has a face of its own here.
+  // Each pass has a face of its own here, so none may be left out.
   for (const char* type : {"frontal", "profile_left", "profile_right"}) {
     ASSERT_TRUE(has_type(expected, type)) << type;
   }

@@ -69,7 +69,7 @@ TEST(LoadDetectors, SaysOfBothThatTheyAreMissing) {
   EXPECT_EQ(event_messages(status), (Messages{kNoFrontal, kNoProfile}));
 }
 
-// A file that is there but no cascade ends the run, as nothing catches the exception.
+// Nothing in the program catches the exception, so a file that is not a cascade ends the run.
 class NoCascade : public ::testing::Test {
  protected:
   void expect_throws(const std::string& file) {

@@ -127,7 +127,7 @@ TEST_F(VoteIdentity, FollowsTheOptions) {
   EXPECT_EQ(state_.confirm_history, (std::deque<int>{1, 0, 1}));
 }
 
-// A confirmed face need not be a candidate: the two limits are judged apart.
+// A confirmed face need not be a candidate: the two limits are independent.
 TEST_F(VoteIdentity, ConfirmsAlsoAboveTheCandidateThreshold) {
   options_.candidate_threshold = 10;
   options_.confirm_required = 2;
@@ -140,7 +140,7 @@ TrainingSample sample_of(const cv::Mat& image, const std::string& stage) {
   return {image, 1, stage + ".png", stage};
 }
 
-// A probe whose left half has one grey level and the right half another.
+// A probe whose left half has one grey level and whose right half has another.
 cv::Mat halves(int first, int second) {
   cv::Mat image(160, 160, CV_8UC1, cv::Scalar(first));
   image.colRange(80, 160).setTo(cv::Scalar(second));
@@ -177,7 +177,7 @@ TEST(NearestStage, MeasuresByTheSumOfSquares) {
   EXPECT_EQ(nearest_stage(equal_sums, halves(100, 100)), "many");
 }
 
-// Nor does the largest difference decide alone.
+// But the largest difference alone does not decide.
 TEST(NearestStage, SumsOverAllPixels) {
   cv::Mat one_pixel = halves(0, 0);
   one_pixel.at<unsigned char>(0, 0) = 255;
@@ -193,11 +193,11 @@ TEST(NearestStage, ComparesWithTheSamplesAsTheyAre) {
   EXPECT_EQ(nearest_stage(samples, halves(0, 255)), "bright");
 }
 
-// ---- Training and recognising with cuts of the photograph.
+// ---- Training and recognising with crops of the photograph.
 
 cv::Mat cut_out(const cv::Rect& box) { return photograph()(box).clone(); }
 
-// Three cuts of the photographed face, as a sample folder has them.
+// Three crops of the photographed face, as in a folder of samples.
 class OwnerModel : public ::testing::Test {
  protected:
   void write_samples() {
@@ -265,7 +265,7 @@ TEST_F(OwnerModel, ThrowsWhenTheSamplesPathIsAFile) {
   EXPECT_TRUE(status_.events.empty());
 }
 
-// What the library answers for a probe, with a model of its own.
+// What OpenCV's recogniser predicts for a probe, with a model trained here.
 double library_distance(const std::vector<TrainingSample>& samples, const cv::Mat& probe) {
   std::vector<cv::Mat> images;
   for (const TrainingSample& sample : samples) images.push_back(sample.image);
@@ -296,7 +296,7 @@ TEST_F(OwnerModel, MatchesTheEqualisedAndThenResizedCrop) {
   const cv::Mat crop = cut_out({165, 58, 112, 104});
   const FaceInfo face = recognize(crop);
   EXPECT_EQ(face.confidence, library_distance(state_.samples, resized(equalised(crop))));
-  // Neither step may be left out, nor their order turned round.
+  // Neither step may be left out, and their order matters.
   EXPECT_NE(face.confidence, library_distance(state_.samples, resized(crop)));
   EXPECT_NE(face.confidence, library_distance(state_.samples, equalised(resized(crop))));
 }
@@ -344,7 +344,7 @@ class CountedOutcome : public OwnerModel {
     EXPECT_EQ(state_.cc_candidate_dorran_predictions, candidate);
     EXPECT_EQ(state_.cc_confirmed_dorran_predictions, confirmed);
   }
-  // Thresholds that every distance, or none, is within.
+  // Thresholds that every distance is within, or none.
   void recognize_with(double candidate, double confirmed, const char* detector_type) {
     options_.candidate_threshold = candidate;
     options_.confirmed_threshold = confirmed;

@@ -65,9 +65,9 @@ TEST(QualityVerdict, NamesTheFirstFault) {
   EXPECT_EQ(quality_verdict(kLarge, {100, 0, 0}), "low_contrast");
 }
 
-// ---- Measures. Sides that are powers of two keep the means exact.
+// ---- Measures. The means are exact as the sides are powers of two.
 
-// Columns of one grey level in turn with columns of the other.
+// Columns of two grey levels in turn.
 cv::Mat stripes(int first, int second) {
   cv::Mat face(128, 128, CV_8UC1, cv::Scalar(first));
   for (int x = 1; x < face.cols; x += 2) face.col(x).setTo(cv::Scalar(second));
@@ -94,7 +94,7 @@ TEST(MeasureFace, TakesSharpnessFromTheVarianceOfTheLaplacian) {
   EXPECT_EQ(measure_face(stripes(55, 15)).sharpness, 6400.0);
 }
 
-// A Laplacian that is 2 everywhere inside is no sharpness: only its spread is.
+// Sharpness is the spread of the Laplacian: where that is 2 throughout, it adds nothing.
 TEST(MeasureFace, LeavesOutTheMeanOfTheLaplacian) {
   cv::Mat curved(64, 16, CV_8UC1);
   for (int x = 0; x < curved.cols; ++x) curved.col(x).setTo(cv::Scalar(x * x));

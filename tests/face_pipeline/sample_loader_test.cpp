@@ -41,7 +41,7 @@ class LoadSamples : public ::testing::Test {
   void add_text(const std::string& name, const std::string& text) {
     std::ofstream(place(name), std::ios::binary) << text;
   }
-  // A picture whatever its name says: decoders look at the content.
+  // A picture despite its name: OpenCV looks at the content.
   void add_disguised_picture(const std::string& name) {
     add_picture("disguise.png");
     fs::rename(root() / "disguise.png", place(name));
@@ -132,7 +132,7 @@ TEST_F(LoadSamples, TakesALinkToAFileByItsOwnNameForWhatItPointsTo) {
   fs::create_symlink("../front/real.png", place("side/link.jpg"));
   fs::create_symlink("../front/real.png", place("side/link.txt"));
   EXPECT_TRUE(load());
-  // The relative path is that of the file behind the link.
+  // The relative path is that of the link's target.
   EXPECT_EQ(paths(), (Texts{"front/real.png", "front/real.png"}));
   EXPECT_EQ(stages(), (Texts{"front", "front"}));
 }
@@ -222,9 +222,9 @@ TEST_F(LoadSamples, TakesTheFolderInAnySpelling) {
 TEST_F(LoadSamples, AppendsToWhatIsThere) {
   samples_.resize(1);
   samples_[0].path = "earlier";
-  EXPECT_FALSE(load());  // no folder
+  EXPECT_FALSE(load());  // the folder is missing
   fs::create_directories(root());
-  EXPECT_TRUE(load());  // no file, but a sample
+  EXPECT_TRUE(load());  // no file to load, but a sample from before
   add_picture("new.png");
   EXPECT_TRUE(load());
   EXPECT_EQ(paths(), (Texts{"earlier", "new.png"}));

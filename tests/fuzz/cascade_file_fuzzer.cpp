@@ -1,5 +1,5 @@
-// Cascade files: ours loads what OpenCV's classifier loads, refuses what that refuses, throws what
-// that throws, and then finds the same.
+// Cascade files: our loader loads what OpenCV's classifier loads, refuses what that refuses, throws
+// what that throws, and then finds the same.
 #include <cstddef>
 #include <cstdint>
 #include <exception>
@@ -18,7 +18,7 @@
 namespace halcyra {
 namespace {
 
-// What came of a loading, and what the exception says.
+// The outcome of loading a file, and the text of the exception.
 struct Verdict {
   enum { kLoaded, kRefused, kThrown } outcome;
   std::string exception;
@@ -33,7 +33,7 @@ Verdict verdict_on(Load load) {
   }
 }
 
-// Shapes of several sizes on noise, the same on every run.
+// Shapes of several sizes on noise; the same in every run.
 cv::Mat picture() {
   cv::RNG random(7);
   cv::Mat coarse(7, 9, CV_8UC1);
@@ -63,8 +63,8 @@ void check(const std::string& path) {
         verdict_on([&] { return haar::load_fast_cascade(ours, path, instructions); });
     require(verdict.outcome == expected.outcome, "both load, both refuse or both throw");
     require(verdict.exception == expected.exception, "both throw the same");
-    // A cascade that ours does not cover is left to OpenCV's own, which nothing is compared with
-    // and whose search believes every index in the file.
+    // A cascade that ours does not cover is searched by OpenCV's classifier. There is nothing to
+    // compare, and that search trusts every index in the file.
     if (verdict.outcome != Verdict::kLoaded || haar::fast_cascade(ours) == nullptr) return;
     if (instructions == haar::available_instruction_sets().front())
       expected_boxes = boxes(original);

@@ -1,4 +1,4 @@
-// Merging detections: what comes out is some of what went in.
+// Merging detections: the result is a part of the input, in the promised order.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "face_pipeline/detection_merge.hpp"
+#include "tests/face_pipeline/detection_comparison.hpp"
 #include "tests/fuzz/requirement.hpp"
 
 namespace halcyra {
@@ -14,8 +15,8 @@ namespace {
 
 constexpr std::size_t kMostDetections = 40;
 
-// Boxes come from pictures, and no picture has sides as long as this. Beyond it an area would no
-// longer be an int.
+// Boxes come from pictures, and no picture has sides as long as this. Areas of larger boxes would
+// overflow an int.
 constexpr int kFarthest = 20000;
 
 Detection detection_from(FuzzedDataProvider& input) {
@@ -30,10 +31,6 @@ Detection detection_from(FuzzedDataProvider& input) {
   return detection;
 }
 
-bool same(const Detection& a, const Detection& b) {
-  return a.box == b.box && a.detector_type == b.detector_type;
-}
-
 double overlap(const cv::Rect& a, const cv::Rect& b) {
   const double common = (a & b).area();
   const double both = static_cast<double>(a.area()) + b.area() - common;
@@ -44,13 +41,13 @@ void check(const std::vector<Detection>& given, const std::vector<Detection>& ke
   require(kept.size() <= given.size(), "merging makes no detections");
   require(kept.empty() == given.empty(), "the largest detection always has a place");
   for (const Detection& each : kept) {
-    const auto known = [&](const Detection& detection) { return same(detection, each); };
+    const auto known = [&](const Detection& detection) { return detection == each; };
     require(std::any_of(given.begin(), given.end(), known), "what is kept was given");
   }
 }
 
-// Where no pose is better than another, none takes over a place, so that the order and the
-// distances are those of the kept detections themselves.
+// If all poses are equally good, no detection replaces another. So the kept ones are in the order
+// of their areas, and no two overlap too much.
 void check_of_one_pose(const std::vector<Detection>& kept) {
   for (std::size_t i = 0; i < kept.size(); ++i) {
     require(i == 0 || kept[i - 1].box.area() >= kept[i].box.area(), "the largest stand first");

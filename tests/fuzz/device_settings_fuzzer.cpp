@@ -13,7 +13,7 @@ namespace {
 using libfreenect2::Frame;
 
 void check_usable(const DeviceSettings& settings, const std::string& complaint) {
-  require(complaint.empty(), "nobody complains of what can be used");
+  require(complaint.empty(), "a usable file is not complained about");
   require(settings.pace >= 0 && settings.pace <= 120, "pace");
   require(settings.lost_percent >= 0 && settings.lost_percent <= 100, "drop");
   require(settings.damaged_percent >= 0 && settings.damaged_percent <= 100, "corrupt");

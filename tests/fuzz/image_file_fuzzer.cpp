@@ -16,8 +16,8 @@ namespace {
 
 using libfreenect2::Frame;
 
-// Whether the file begins as one of a recording's formats does. For other beginnings, OpenCV tries
-// libraries for medical and geographic pictures, which end the process over what is none.
+// Whether the file begins like one of a recording's formats. Any other beginning makes OpenCV try
+// libraries for medical and geographic pictures, which end the process on a file that is none.
 bool begins_as_picture(const std::string& file) {
   static const std::vector<std::string> kBeginnings = {
       "\x89PNG\r\n\x1A\n", "BM", "\xFF\xD8\xFF", {"II*\0", 4}, {"MM\0*", 4}};

@@ -1,6 +1,7 @@
-// A cascade file made of a fuzzer's input: well-formed XML of a cascade's layout, in which every
-// number may be wild and most elements may be missing or something else. Only the counts that
-// OpenCV takes on trust are kept. An input without bytes makes a small cascade that can be used.
+// A cascade file generated from a fuzzer's input: well-formed XML with the layout of a cascade. Any
+// number may be wild, and most elements may be missing or replaced; for valid cascades, see
+// made_cascade.hpp. Only the counts that OpenCV relies on without a check are always right. An
+// empty input gives a small usable cascade.
 #pragma once
 
 #include <fuzzer/FuzzedDataProvider.h>
@@ -19,7 +20,7 @@ class MadeCascadeText {
   explicit MadeCascadeText(FuzzedDataProvider& input) : input_(input) {}
 
   std::string document() {
-    // The smallest value first, as an empty input gives that.
+    // An empty input gives the smallest value of each range.
     window_ = 4 + input_.ConsumeIntegralInRange(0, 9);
     all_usual_ = input_.ConsumeBool();
     return "<?xml version=\"1.0\"?>\n<opencv_storage>\n" + element("cascade", cascade()) +
@@ -54,7 +55,7 @@ class MadeCascadeText {
     }
   }
 
-  // What stands where something else is expected.
+  // Something where something else is expected.
   std::string oddity() {
     switch (input_.ConsumeIntegralInRange(0, 2)) {
       case 0:
@@ -84,7 +85,7 @@ class MadeCascadeText {
     return sure_element(name, seldom() ? oddity() : content);
   }
 
-  // Elements of a list, at least one but for an oddity.
+  // A list of 1 to `most` elements, each of which may be missing or odd.
   template <typename Each>
   std::string list(const std::string& name, int most, Each each) {
     std::string content;
@@ -101,15 +102,15 @@ class MadeCascadeText {
     return seldom() ? numbers + whole(0, 1) : numbers;
   }
 
-  // Never more than three rectangles: OpenCV writes a fourth one past the feature.
+  // Never more than three rectangles: OpenCV would write a fourth past the end of the feature.
   std::string feature() {
     std::string rects = element("_", rect(-2, -1)) + element("_", rect(1, 2));
     if (input_.ConsumeBool()) rects += element("_", rect(-1, 3));
     return element("rects", rects) + element("tilted", seldom() ? "1" : "0");
   }
 
-  // OpenCV takes on trust that a tree has four numbers for each node and one leaf more than nodes,
-  // and reads past the end of its lists otherwise.
+  // OpenCV does not check that a tree has four numbers for each node and one leaf more than nodes,
+  // and otherwise reads past the end of its lists.
   std::string stump() {
     const bool two_nodes = seldom();
     std::string nodes = "0 -1 " + whole(0, 1) + real(0.1);
@@ -126,7 +127,7 @@ class MadeCascadeText {
     return element("stageThreshold", real(0.5)) + element("weakClassifiers", stumps);
   }
 
-  // A wild number of categories would only let OpenCV fill memory with them.
+  // With a wild number of categories, OpenCV would only fill memory.
   std::string category_count() {
     return sure_element("maxCatCount",
                         written(seldom() ? input_.ConsumeIntegralInRange(-1, 64) : 0));
@@ -143,7 +144,7 @@ class MadeCascadeText {
 
   FuzzedDataProvider& input_;
   int window_ = 0;
-  bool all_usual_ = false;  // without oddities, so that there is something to search with
+  bool all_usual_ = false;  // no oddities, so that the cascade is usable
 };
 
 }  // namespace halcyra

@@ -1,4 +1,4 @@
-// The assistant as a systemctl of the test's own tells of it.
+// The assistant's state as a fake systemctl reports it.
 #include "probes/assistant_service.hpp"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Screen sizes as an xrandr and an xdpyinfo of the test's own tell them.
+// Screen sizes as a fake xrandr and a fake xdpyinfo report them.
 #include "probes/display_detection.hpp"
 
 #include <filesystem>

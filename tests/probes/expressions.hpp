@@ -1,4 +1,4 @@
-// What the probes look for, in the ECMAScript grammar.
+// The expressions of the probes, in the ECMAScript grammar.
 #pragma once
 
 #include <string>

@@ -6,7 +6,7 @@
 namespace halcyra {
 namespace {
 
-// Blanks of every kind, and bytes that begin or end nothing in UTF-8.
+// Every kind of white space, and bytes that are invalid in UTF-8.
 const std::vector<std::string>& stray_pieces() {
   static const std::vector<std::string> pieces = {
       " ",    " ",    "\t",   "\n",   "\r\n",         "\v", "\f", std::string(1, '\0'),
@@ -26,7 +26,7 @@ std::string RandomText::next(int most) {
   return text;
 }
 
-// Not a distribution of the standard library, whose numbers differ from library to library.
+// No standard distribution, since their results differ between standard libraries.
 int RandomText::below(int limit) {
   return static_cast<int>(random_() % static_cast<unsigned>(limit));
 }

@@ -1,4 +1,4 @@
-// Random texts that are like what the probes read, but mostly broken.
+// Random texts that resemble what the probes read, most of them broken.
 #pragma once
 
 #include <random>
@@ -7,8 +7,7 @@
 
 namespace halcyra {
 
-// Texts put together from `pieces`, white space and stray bytes; the same seed gives the same
-// texts.
+// Texts made of `pieces`, white space and stray bytes. The same seed gives the same texts.
 class RandomText {
  public:
   RandomText(unsigned seed, std::vector<std::string> pieces);
@@ -24,7 +23,7 @@ class RandomText {
   std::vector<std::string> pieces_;
 };
 
-// What display tools and the voice service's reports and events are made of.
+// Pieces of what the display tools and the voice service print.
 std::vector<std::string> display_pieces();
 std::vector<std::string> report_pieces();
 std::vector<std::string> event_pieces();

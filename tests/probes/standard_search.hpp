@@ -1,5 +1,5 @@
-// Searches with the standard library's regular expressions, which define what is found. Their
-// engine needs a stack as deep as the text is long, so this is for small texts.
+// Searches with the standard library's regular expressions, the reference for the probes. Their
+// engine recurses for every character, so this is for small texts.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// The text helpers against the standard library, which is the measure of both: its conversion on
-// small texts, and its regular expressions where its stack suffices.
+// Compares the text helpers with the standard library as the reference: with its number conversion,
+// and with its regular expressions where their recursion does not exhaust the stack.
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -120,7 +120,7 @@ std::vector<LongCase> long_cases() {
           {voice.confidence, "\"direction_confidence\":0.81}", "0.81"}};
 }
 
-// Texts that the standard library's engine cannot search.
+// Texts that are too long for the standard library's engine.
 TEST(TextComparison, FindsAValueBetweenMegabytesInOneLine) {
   const std::vector<LongCase> cases = long_cases();
   for (const std::string& noise :

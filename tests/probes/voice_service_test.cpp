@@ -1,4 +1,4 @@
-// The voice service as a control script and state files of the test's own tell of it.
+// The voice service's state as a fake control script and fake state files report it.
 #include "probes/voice_service.hpp"
 
 #include <sys/stat.h>
@@ -54,7 +54,7 @@ class RefreshVoice : public testing::Test {
     return refresh();
   }
 
-  // The event file is there, but no text comes out of it.
+  // The event file exists, but reads as empty.
   void expect_seen_but_empty() {
     status_.voice.direction_angle = "12";
     status_.voice.direction_confidence = "0.5";

@@ -28,7 +28,7 @@ using libfreenect2::SyncMultiFrameListener;
 
 constexpr unsigned int kAllTypes = Frame::Color | Frame::Ir | Frame::Depth;
 
-// Which sets a source was asked for, and a way to wait for that.
+// The sets that a source was asked for, and a way to wait for them.
 class Requests {
  public:
   void add(std::uint64_t set) {
@@ -66,7 +66,7 @@ FrameSource numbered_source(Requests& requests,
 
 Listeners both(FrameListener& listener) { return {&listener, &listener}; }
 
-// Takes every frame and keeps it until it is told otherwise.
+// Takes every frame and keeps it until it is told to drop it.
 class KeepingListener final : public FrameListener {
  public:
   ~KeepingListener() override { drop_all(); }
@@ -169,7 +169,7 @@ TEST(LockstepDelivery, ASetThatNobodyTakesWaitsToo) {
   const Delivery delivery(numbered_source(requests), {0}, both(listener));
   FrameMap frames;
   for (std::uint32_t set = 0; set < 20; ++set) {
-    // The set lies there while the next one is being made.
+    // The set waits in the listener while the next one is made.
     EXPECT_EQ(requests.wait_for(set + 2).size(), set + 2);
     ASSERT_TRUE(take_set(listener, frames));
     EXPECT_EQ(frames.at(Frame::Color)->sequence, set);
@@ -301,7 +301,7 @@ TEST(RealTimeDelivery, ASetThatNobodyTookIsReplaced) {
   Requests requests;
   SyncMultiFrameListener listener(kAllTypes);
   const Delivery delivery(numbered_source(requests), {120}, both(listener));
-  // When the third is being made, two were delivered.
+  // When the third is being made, two have been delivered.
   ASSERT_GE(requests.wait_for(3).size(), 3U);
   FrameMap frames;
   ASSERT_TRUE(take_set(listener, frames));
@@ -348,7 +348,7 @@ TEST(RealTimeDelivery, TimeStampsFollowThePace) {
   }
 }
 
-// Takes as long over the first frame as twelve sets last at 120 per second.
+// Spends as much time on the first frame as twelve sets take at 120 per second.
 class SlowListener final : public FrameListener {
  public:
   bool onNewFrame(Frame::Type /*type*/, Frame* frame) override {

@@ -23,7 +23,7 @@ class DeviceSettingsTest : public testing::Test {
     complaint_.clear();
     testing::internal::CaptureStderr();
     const bool usable = read_device_settings(file_, settings_, complaint_);
-    // The caller says the complaint; OpenCV must not add anything to it.
+    // The caller prints the complaint; OpenCV must not print anything beside it.
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     return usable;
   }
@@ -258,7 +258,7 @@ TEST_F(DeviceSettingsTest, WhatIsNoMapIsRefused) {
   expect_unreadable("%YAML:1.0\n---\npace: 1\n...\n---\nopen: fail\n");
 }
 
-// OpenCV's reader does not come back from these.
+// OpenCV's reader hangs on these.
 TEST_F(DeviceSettingsTest, ADashAfterTheEndOfTheMapIsRefused) {
   for (const char* text : {"pace: 1\n...\n- x\n", "pace: 1\n...- x\n",
                            "pace: 1\n...\n# more\n  - x\n", "---\n...\n-\n", "- 1\n...\n--\n"}) {

@@ -1,4 +1,4 @@
-// A delivery that loses, damages, interrupts and overruns.
+// A delivery that loses and damages frames, pauses, fails, and sends a set too late.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -64,7 +64,7 @@ bool ends(const Delivery& delivery) {
   return delivery.is_over();
 }
 
-// Its images cannot be had from the given set on.
+// Throws instead of giving images from the given set on.
 FrameSource failing_source(std::uint64_t first_failing_set) {
   FrameSource source = pixel_source();
   const auto image = source.image;
@@ -99,8 +99,8 @@ TEST_P(FaultyDelivery, GoesOnAfterLostFrames) {
   EXPECT_TRUE(mixed);
 }
 
-// Takes each set with the very frame that completes it, while the rest of that frame's own set is
-// still to come, and counts them.
+// Counts the sets and takes each at the very frame that completes it, while the other frames of
+// that frame's own set are still to come.
 class EagerListener final : public FrameListener {
  public:
   bool onNewFrame(Frame::Type type, Frame* frame) override {
@@ -262,7 +262,7 @@ TEST_P(FaultyDelivery, LateSetIsLeftOutWhereTheSourceFailsMeanwhile) {
   listener_.release(held);
 }
 
-// The listener is still full, and a set is held.
+// The listener is still full, and the reader holds a set.
 TEST_P(FaultyDelivery, LateSetReplacesWhatNobodyTook) {
   FrameMap held;
   Delivery delivery(pixel_source(), settings_, both(listener_));

@@ -27,8 +27,9 @@ TEST(FrameFaults, HitTheShareThatIsAskedFor) {
   }
 }
 
-// Otherwise a lost set would always be a whole one, and no damaged frame would ever arrive.
-TEST(FrameFaults, HitStreamsAndKindsOfFaultApart) {
+// With one choice for all, whole sets would get lost at once, and no damaged frame would ever
+// arrive.
+TEST(FrameFaults, HitStreamsIndependentlyAndSoDoKindsOfFault) {
   int both_streams = 0;
   int both_faults = 0;
   for (std::uint64_t set = 0; set < 10000; ++set) {

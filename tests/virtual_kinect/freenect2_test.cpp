@@ -251,14 +251,14 @@ TEST_F(Freenect2Test, ARecordingMayVanishWhileItPlays) {
   for (std::uint32_t set = 1; set < 7; ++set) {
     listener_.release(frames_);
     ASSERT_TRUE(take_set(listener_, frames_));
-    // The first file had been read, the second may have been, the third cannot have been.
+    // The first file was read in time, the second perhaps, the third not.
     if (set % 3 != 1) {
       EXPECT_EQ(frames_.at(Frame::Color)->data != nullptr, set % 3 == 0);
     }
   }
   listener_.release(frames_);
   device->close();
-  device = start();  // of the device that was enumerated, with nothing left to play
+  device = start();  // as enumerated before, with nothing left to play
   EXPECT_TRUE(device->close());
 }
 

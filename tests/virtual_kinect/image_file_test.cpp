@@ -207,7 +207,7 @@ TEST_F(ImageFileTest, ACutOffFileHasNoPixels) {
     cv::imencode(extension, gradient(CV_8UC3), bytes);
     for (const std::size_t length : {std::size_t{1}, std::size_t{20}, bytes.size() / 2}) {
       SCOPED_TRACE(extension);
-      testing::internal::CaptureStderr();  // the decoders have their say there
+      testing::internal::CaptureStderr();  // the decoders print warnings
       const StreamImage image = read_bytes(
           "a", std::string(bytes.begin(), bytes.begin() + static_cast<long>(length)), Frame::Color);
       testing::internal::GetCapturedStderr();

@@ -45,7 +45,7 @@ class VirtualDeviceTest : public testing::Test {
     return device;
   }
 
-  // Takes and releases the next set; its sequence number.
+  // Takes and releases the next set, and returns its sequence number.
   std::uint32_t next_set() {
     EXPECT_TRUE(take_set(listener_, frames_));
     const std::uint32_t sequence = frames_.begin()->second->sequence;

@@ -1,5 +1,7 @@
 #include "virtual_kinect/room/backdrop.hpp"
 
+#include <vector>
+
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
@@ -10,15 +12,14 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr int kFineness = 2;  // straight edges need smoothing more than people do
+constexpr int kFineness = 2;  // drawn this much larger: steps show most on straight edges
 
-ColorCanvas draw_color(const Furniture& furniture, const LightLevels& levels, int times) {
+ColorCanvas draw_color(const std::vector<Surface>& surfaces, const LightLevels& levels, int times) {
   const Pinhole camera{kColorCamera.width * times, kColorCamera.height * times,
                        kColorCamera.focal * static_cast<float>(times)};
   const cv::Size size(camera.width, camera.height);
   const ColorCanvas canvas{camera, cv::Mat::zeros(size, CV_8UC4), cv::Mat::zeros(size, CV_32F)};
-  for (auto surface = furniture.surfaces.rbegin(); surface != furniture.surfaces.rend();
-       ++surface) {
+  for (auto surface = surfaces.rbegin(); surface != surfaces.rend(); ++surface) {
     draw(canvas, *surface, Pose{}, levels, 0.0F);
   }
   return canvas;
@@ -33,15 +34,15 @@ cv::Mat shrunk(const cv::Mat& picture, int interpolation) {
 }  // namespace
 
 Backdrop draw_backdrop() {
-  const Furniture furniture = furnish_room();
+  const std::vector<Surface> surfaces = furnish_room();
   Backdrop backdrop;
-  const ColorCanvas day = draw_color(furniture, {1.0F, 0.0F}, kFineness);
+  const ColorCanvas day = draw_color(surfaces, {1.0F, 0.0F}, kFineness);
   backdrop.daylight = shrunk(day.color, cv::INTER_AREA);
   backdrop.color_nearness = shrunk(day.nearness, cv::INTER_NEAREST);
-  backdrop.lamp = shrunk(draw_color(furniture, {0.0F, 1.0F}, kFineness).color, cv::INTER_AREA);
+  backdrop.lamp = shrunk(draw_color(surfaces, {0.0F, 1.0F}, kFineness).color, cv::INTER_AREA);
   const cv::Size size(kDepthCamera.width, kDepthCamera.height);
   const DepthCanvas depth{kDepthCamera, cv::Mat::zeros(size, CV_32F), cv::Mat::zeros(size, CV_32F)};
-  for (const Surface& surface : furniture.surfaces) {
+  for (const Surface& surface : surfaces) {
     draw(depth, surface, Pose{});
   }
   backdrop.depth_nearness = depth.nearness;

@@ -1,4 +1,4 @@
-// The empty room, drawn once.
+// The empty room, drawn once in advance.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -7,18 +7,19 @@
 
 namespace halcyra::virtual_kinect::room {
 
+// The colour pictures have the size of kColorCamera, the others that of kDepthCamera.
 struct Backdrop {
-  // 8-bit B, G, R, X as displayed under each source alone at its usual level.
+  // 8-bit B, G, R, X: the room under one source of light alone, at level 1.
   cv::Mat daylight;
   cv::Mat lamp;
-  cv::Mat color_nearness;  // as ColorCanvas and DepthCanvas have them
-  cv::Mat depth_nearness;
+  cv::Mat color_nearness;  // as in ColorCanvas; of the colour pictures
+  cv::Mat depth_nearness;  // as in DepthCanvas
   cv::Mat depth_echo;
 };
 
 Backdrop draw_backdrop();
 
-// The colour picture under both sources.
+// The colour picture under both sources, 8-bit B, G, R, X.
 cv::Mat lit_backdrop(const Backdrop& backdrop, const LightLevels& levels);
 
 }  // namespace halcyra::virtual_kinect::room

@@ -10,7 +10,6 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float kSkinInfrared = 0.62F;
 constexpr float kTrousersInfrared = 0.45F;
 
 void stretch_widths(std::vector<Ring>& rings, float width, float depth) {
@@ -57,7 +56,7 @@ Surface make_neck(const HeadLook& head) {
   return neck;
 }
 
-// Where the neckline lies: its lowest height at a place beside the middle.
+// The height of the neckline at a distance from the middle.
 float neckline(Clothing clothing, float side) {
   switch (clothing) {
     case Clothing::kShirt:

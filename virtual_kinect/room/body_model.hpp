@@ -1,4 +1,4 @@
-// A clothed body as textured surfaces that can walk.
+// A clothed body: painted surfaces that meet at joints, so that it can walk.
 #pragma once
 
 #include "virtual_kinect/room/looks.hpp"
@@ -6,11 +6,12 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// Each part in coordinates of its own joint, upright; the person faces -z.
+// Each part is upright, in coordinates whose origin is given below; the person faces -z. Left and
+// right limbs share one model.
 struct BodyModel {
-  Surface neck;       // from the middle of the floor under the person
+  Surface neck;       // from the floor under the middle of the person
   Surface torso;      // likewise
-  Surface upper_arm;  // from the shoulder; hangs down, its inner side to the left
+  Surface upper_arm;  // from the shoulder, hanging down; the inner side is on the left
   Surface forearm;    // from the elbow
   Surface hand;       // from the wrist
   Surface thumb;      // likewise
@@ -19,7 +20,8 @@ struct BodyModel {
   Surface shoe;       // from the ankle
 };
 
-// Joints of a body of average height, in coordinates of the person.
+// Joints of an average body, in millimetres from the floor under the middle of the person. The
+// other shoulder and hip are at -x.
 constexpr Vec3 kHeadJoint{0.0F, -1622.0F, -12.0F};
 constexpr Vec3 kShoulderJoint{184.0F, -1386.0F, 8.0F};
 constexpr Vec3 kHipJoint{80.0F, -900.0F, 0.0F};

@@ -13,11 +13,12 @@ namespace {
 
 constexpr float kNearestDepth = 200.0F;  // millimetres; what comes closer is not drawn
 
-// Places in Corner::values.
-enum Value : std::size_t { nearness, texture_x, texture_y, blue, green, red, shine };
+// Places in Corner::values. The pictures of both cameras begin with the nearness.
+enum ColorValue : std::size_t { kNearness, kTextureX, kTextureY, kBlue, kGreen, kRed, kShine };
+enum DepthValue : std::size_t { kEcho = kNearness + 1 };
 
-// A point amid the grid and how far its neighbours are, in millimetres. The smallest grid has two
-// columns and two rows.
+// A point in the middle of the grid and the distances to its neighbours in millimetres. Every grid
+// has at least two columns and two rows.
 struct GridMiddle {
   const Vec3& point;
   float to_the_right;
@@ -51,11 +52,11 @@ const cv::Mat& fitting_mip(const Surface& surface, const Pinhole& camera, const 
   return surface.texture_mips[mip];
 }
 
-// Places of the texture are 24.8 fixed-point numbers; blue, green and red between four texels.
 struct Texel {
-  int values[3];
+  int values[3];  // blue, green and red, each times 256
 };
 
+// Between the four texels around a place, which is computed in 24.8 fixed-point numbers.
 Texel sample(const cv::Mat& texture, float x, float y) {
   const int fixed_x = std::clamp(static_cast<int>(x * 256.0F) - 128, 0, (texture.cols << 8) - 513);
   const int fixed_y = std::clamp(static_cast<int>(y * 256.0F) - 128, 0, (texture.rows << 8) - 513);
@@ -74,7 +75,7 @@ Texel sample(const cv::Mat& texture, float x, float y) {
   return texel;
 }
 
-// Bends what is brighter than the display can show into its last tenth.
+// Bends what is brighter than the display can show into its last 40 levels.
 constexpr std::array<uchar, 1024> make_exposure_table() {
   std::array<uchar, 1024> table{};
   for (std::size_t i = 0; i < table.size(); ++i) {
@@ -97,15 +98,15 @@ Corner project(const Pinhole& camera, const Vec3& point) {
   if (point.z >= kNearestDepth) {
     corner.x = camera.column(point);
     corner.y = camera.row(point);
-    corner.values[nearness] = 1.0F / point.z;
+    corner.values[kNearness] = 1.0F / point.z;
   }
   return corner;
 }
 
-bool drawable(const Corner& corner) { return corner.values[nearness] > 0.0F; }
+bool drawable(const Corner& corner) { return corner.values[kNearness] > 0.0F; }
 
-// Every how many grid points a triangle has a corner: those of far surfaces would be smaller than
-// pixels.
+// How many grid points lie between the corners of a triangle: 1, 2 or 4. With every point a corner,
+// the triangles of far surfaces would be smaller than pixels.
 int fitting_stride(const Surface& surface, const Pinhole& camera, const Pose& pose) {
   const GridMiddle middle = middle_of(surface);
   const float gap = std::max(middle.to_the_right, middle.to_below);
@@ -150,14 +151,14 @@ std::vector<Corner> lit_corners(const Pinhole& camera, const Surface& surface, c
       const float glow = surface.daylight_glow * levels.daylight + surface.lamp_glow * levels.lamp;
       const Vec3 shade = combined(shade_parts(point, normal, surface.openness[i], wrap), levels) +
                          Vec3{glow, glow, glow};
-      corner.values[texture_x] =
+      corner.values[kTextureX] =
           static_cast<float>(column * texture.width) / static_cast<float>(surface.columns - 1);
-      corner.values[texture_y] =
+      corner.values[kTextureY] =
           static_cast<float>(row * texture.height) / static_cast<float>(surface.rows - 1);
-      corner.values[blue] = shade.z / 256.0F;
-      corner.values[green] = shade.y / 256.0F;
-      corner.values[red] = shade.x / 256.0F;
-      corner.values[shine] =
+      corner.values[kBlue] = shade.z / 256.0F;
+      corner.values[kGreen] = shade.y / 256.0F;
+      corner.values[kRed] = shade.x / 256.0F;
+      corner.values[kShine] =
           255.0F * surface.gloss * levels.daylight * surface.openness[i] * highlight(point, normal);
     }
   }
@@ -177,13 +178,13 @@ void draw(const ColorCanvas& canvas, const Surface& surface, const Pose& pose,
   fill_grid(surface, stride, corners, cv::Rect({}, color.size()),
             [&](int column, int row, const std::array<float, 8>& values) {
               float& nearest_yet = nearest.ptr<float>(row)[column];
-              if (values[nearness] <= nearest_yet) return;
-              nearest_yet = values[nearness];
-              const Texel texel = sample(texture, values[texture_x], values[texture_y]);
+              if (values[kNearness] <= nearest_yet) return;
+              nearest_yet = values[kNearness];
+              const Texel texel = sample(texture, values[kTextureX], values[kTextureY]);
               uchar* pixel = color.ptr(row, column);
               for (std::size_t i = 0; i < 3; ++i) {
-                pixel[i] =
-                    exposed(static_cast<float>(texel.values[i]) * values[blue + i] + values[shine]);
+                pixel[i] = exposed(static_cast<float>(texel.values[i]) * values[kBlue + i] +
+                                   values[kShine]);
               }
             });
 }
@@ -201,7 +202,7 @@ void draw(const DepthCanvas& canvas, const Surface& surface, const Pose& pose) {
       const cv::Vec4b& texel =
           texture.at<cv::Vec4b>(row * (texture.rows - 1) / (surface.rows - 1),
                                 column * (texture.cols - 1) / (surface.columns - 1));
-      corners[i].values[1] = std::max(cosine, 0.05F) * static_cast<float>(texel[3]) / 255.0F;
+      corners[i].values[kEcho] = std::max(cosine, 0.05F) * static_cast<float>(texel[3]) / 255.0F;
     }
   }
   cv::Mat nearest = canvas.nearness;
@@ -209,9 +210,9 @@ void draw(const DepthCanvas& canvas, const Surface& surface, const Pose& pose) {
   fill_grid(surface, stride, corners, cv::Rect({}, nearest.size()),
             [&](int column, int row, const std::array<float, 8>& values) {
               float& nearest_yet = nearest.ptr<float>(row)[column];
-              if (values[nearness] > nearest_yet) {
-                nearest_yet = values[nearness];
-                echo.ptr<float>(row)[column] = values[1];
+              if (values[kNearness] > nearest_yet) {
+                nearest_yet = values[kNearness];
+                echo.ptr<float>(row)[column] = values[kEcho];
               }
             });
 }

@@ -1,4 +1,4 @@
-// Draws surfaces into pictures, the nearer over the farther.
+// Draws surfaces into pictures; what is nearer hides what is farther away.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -10,27 +10,28 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// A colour picture and how near each of its pixels is.
+// A colour picture and the distance of what its pixels show. Both have the camera's size.
 struct ColorCanvas {
   Pinhole camera;
   cv::Mat color;     // 8-bit B, G, R, X
-  cv::Mat nearness;  // float; 1 over the depth in millimetres, 0 for nothing
+  cv::Mat nearness;  // float: 1 over the depth in millimetres, 0 where nothing is drawn
 };
 
-// What the depth camera sees.
+// The same for the depth camera, with the light that comes back to it.
 struct DepthCanvas {
   Pinhole camera;
-  cv::Mat nearness;  // float; as above
-  cv::Mat echo;      // float; share of the sensor's light that comes back, before distance
+  cv::Mat nearness;  // as above
+  cv::Mat echo;      // float, 0 to 1: the share of the sensor's light that the surface sends back;
+                     // what distance takes away is left out
 };
 
-// `wrap` as for shade_parts.
+// Draws a painted surface. What is nearer than 200 mm is left out. `wrap` is that of shade_parts.
 void draw(const ColorCanvas& canvas, const Surface& surface, const Pose& pose,
           const LightLevels& levels, float wrap);
 
 void draw(const DepthCanvas& canvas, const Surface& surface, const Pose& pose);
 
-// The pixels that a surface may cover; empty where it is out of view.
+// A rectangle of the picture that holds all pixels of a surface; empty where it is out of view.
 cv::Rect extent(const Pinhole& camera, const Surface& surface, const Pose& pose);
 
 }  // namespace halcyra::virtual_kinect::room

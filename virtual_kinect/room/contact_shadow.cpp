@@ -3,17 +3,19 @@
 #include <algorithm>
 #include <cmath>
 
+#include "virtual_kinect/room/dimensions.hpp"
 #include "virtual_kinect/room/pinhole.hpp"
 
 namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float kReach = 620.0F;  // millimetres, along the light; across it is half of that
+constexpr float kReach = 620.0F;  // millimetres along the light; across it, 0.55 of that
 constexpr float kStrength = 0.55F;
-constexpr float kFloorMargin = 40.0F;  // what lies on the floor is shaded with it
+constexpr float kFloorMargin = 40.0F;  // millimetres; the rug on the floor is darkened too
 
-// The daylight comes from the left and from behind the camera, so that shade falls to the right.
+// What is left of the light, 0.45 to 1. The daylight comes from the left and from behind the
+// camera, so the shadow falls to the right and away from it.
 float shade(float x, float z, const Posture& posture) {
   const float dx = x - posture.x - 110.0F;
   const float dz = z - posture.z - 120.0F;

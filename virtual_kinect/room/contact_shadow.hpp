@@ -1,4 +1,4 @@
-// The shade that people throw on the floor around their feet.
+// The shadow of a person on the floor around their feet.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -7,7 +7,8 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// Before the person is drawn. `nearness` is the room's alone; only its floor is darkened.
+// Darkens the floor in an 8-bit B, G, R, X picture of kColorCamera, before people are drawn.
+// `nearness` is that of the empty room (see ColorCanvas).
 void add_contact_shadow(cv::Mat& picture, const cv::Mat& nearness, const Posture& posture);
 
 }  // namespace halcyra::virtual_kinect::room

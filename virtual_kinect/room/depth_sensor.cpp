@@ -9,7 +9,7 @@ namespace {
 
 constexpr float kLeastDepth = 500.0F;
 constexpr float kMostDepth = 4500.0F;
-constexpr float kOutlineStep = 0.035F;  // share of the depth by which neighbours differ there
+constexpr float kOutlineStep = 0.035F;  // relative difference of neighbours at an outline
 constexpr float kLeastEcho = 0.012F;
 constexpr float kBrightness = 9.0e9F;  // infrared value of a full echo from 1 mm
 constexpr float kDarkCurrent = 18.0F;
@@ -25,7 +25,8 @@ bool is_outline(const cv::Mat& nearness, int row, int column) {
   return step > kOutlineStep * here;
 }
 
-// The sensor's lamp and lens leave the corners darker.
+// The share of the light that remains away from the middle, as the sensor's lamp and lens leave the
+// corners darker.
 float vignette(const DepthCanvas& canvas, int row, int column) {
   const Vec3 ray =
       canvas.camera.ray(static_cast<float>(column) + 0.5F, static_cast<float>(row) + 0.5F);
@@ -33,11 +34,11 @@ float vignette(const DepthCanvas& canvas, int row, int column) {
   return cosine * std::sqrt(cosine);
 }
 
-// The deviations of the two measurements are drawn independently.
-enum Purpose : std::uint32_t { kOfDepth = 1, kOfInfrared = 2 };
+// Depth and infrared have independent noise.
+enum Purpose : std::uint32_t { kDepth = 1, kInfrared = 2 };
 
-// A picture of value(row, column, deviation) everywhere but in the outermost columns, which the
-// sensor leaves at 0.
+// A picture of value(row, column, deviation), with 0 in the outermost columns. `deviation` is
+// normally distributed noise.
 template <typename Value>
 cv::Mat measure(const cv::Size& size, const SensorNoise& noise, std::uint64_t set, Purpose purpose,
                 const Value& value) {
@@ -55,7 +56,7 @@ cv::Mat measure(const cv::Size& size, const SensorNoise& noise, std::uint64_t se
 }  // namespace
 
 cv::Mat measure_depth(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set) {
-  return measure(canvas.nearness.size(), noise, set, kOfDepth,
+  return measure(canvas.nearness.size(), noise, set, kDepth,
                  [&](int row, int column, float deviation) {
                    const float echo = canvas.echo.ptr<float>(row)[column];
                    if (echo < kLeastEcho || is_outline(canvas.nearness, row, column)) return 0.0F;
@@ -67,7 +68,7 @@ cv::Mat measure_depth(const DepthCanvas& canvas, const SensorNoise& noise, std::
 }
 
 cv::Mat measure_infrared(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set) {
-  return measure(canvas.nearness.size(), noise, set, kOfInfrared,
+  return measure(canvas.nearness.size(), noise, set, kInfrared,
                  [&](int row, int column, float deviation) {
                    const float nearness = canvas.nearness.ptr<float>(row)[column];
                    const float light = kBrightness * canvas.echo.ptr<float>(row)[column] *

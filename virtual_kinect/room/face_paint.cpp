@@ -8,7 +8,6 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float kSkinInfrared = 0.62F;
 constexpr float kHairInfrared = 0.42F;
 
 void cover(Reflectance& r, const Vec3& color, float infrared, float share) {

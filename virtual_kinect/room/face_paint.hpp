@@ -10,7 +10,8 @@ class FacePaint {
  public:
   explicit FacePaint(const HeadLook& look) : look_(look) {}
 
-  // At a point of the head's surface; hair covers it where `hair_cover` is above 0.
+  // At a point of the head's surface, in head coordinates (see HeadShape). Hair covers the skin
+  // where `hair_cover` (millimetres) is above 0, with a ragged edge.
   Reflectance at(const Vec3& p, float hair_cover) const;
 
  private:

@@ -4,8 +4,9 @@
 #include <functional>
 #include <utility>
 
+#include "virtual_kinect/room/dimensions.hpp"
 #include "virtual_kinect/room/light.hpp"
-#include "virtual_kinect/room/person_model.hpp"
+#include "virtual_kinect/room/obstacle.hpp"
 #include "virtual_kinect/room/room_shell.hpp"
 #include "virtual_kinect/room/shapes.hpp"
 #include "virtual_kinect/room/value_noise.hpp"
@@ -40,7 +41,7 @@ class Furnisher {
  public:
   void add(Surface surface, cv::Size texture, const Paint& reflectance) {
     paint(surface, texture, reflectance);
-    result_.surfaces.push_back(std::move(surface));
+    surfaces_.push_back(std::move(surface));
   }
 
   void add_box(const Vec3& least, const Vec3& most, const Paint& reflectance, bool casts = true) {
@@ -48,13 +49,13 @@ class Furnisher {
       add(std::move(face), {64, 64}, reflectance);
     }
     if (casts) {
-      result_.obstacles.push_back({(least + most) * 0.5F, (most - least) * 0.5F});
+      obstacles_.push_back({(least + most) * 0.5F, (most - least) * 0.5F});
     }
   }
 
   void add_cushion(const Vec3& center, const Vec3& half_sizes, const Paint& reflectance) {
     add(make_cushion(center, half_sizes), {192, 96}, reflectance);
-    result_.obstacles.push_back({center, half_sizes * 0.9F});
+    obstacles_.push_back({center, half_sizes * 0.9F});
   }
 
   void add_shelf();
@@ -65,10 +66,11 @@ class Furnisher {
   void add_plant();
   void add_leaf(const Vec3& root, float azimuth, float reach, float rise);
 
-  Furniture finish();
+  std::vector<Surface> finish();
 
  private:
-  Furniture result_;
+  std::vector<Surface> surfaces_;
+  std::vector<Obstacle> obstacles_;
 };
 
 constexpr Vec3 kOak{0.62F, 0.48F, 0.34F};
@@ -178,7 +180,7 @@ void Furnisher::add_lamp() {
   add(make_tube({{{x, 1322, z}, 30, 30}, {{x, 1328, z}, 150, 150}, {{x, 1350, z}, 155, 155}}, 33,
                 6),
       {32, 16}, plain({0.30F, 0.27F, 0.24F}, 0.2F));
-  result_.obstacles.push_back({{x, 1340, z}, {150, 12, 150}});
+  obstacles_.push_back({{x, 1340, z}, {150, 12, 150}});
 }
 
 void Furnisher::add_leaf(const Vec3& root, float azimuth, float reach, float rise) {
@@ -210,7 +212,7 @@ void Furnisher::add_plant() {
                  {foot, 115, 115}},
                 37, 17),
       {64, 64}, plain({0.74F, 0.70F, 0.64F}, 0.5F));
-  result_.obstacles.push_back({foot - Vec3{0, 160, 0}, {130, 160, 130}});
+  obstacles_.push_back({foot - Vec3{0, 160, 0}, {130, 160, 130}});
   for (std::uint32_t i = 0; i < 19; ++i) {
     const float azimuth = 2.4F * static_cast<float>(i) + 0.5F * hash_unit(i);
     const float reach = 200.0F + 290.0F * hash_unit(i + 40);
@@ -219,48 +221,23 @@ void Furnisher::add_plant() {
   }
 }
 
-// Distance from a box; 0 inside.
-float distance(const Obstacle& obstacle, const Vec3& p) {
-  const auto beyond = [](float offset, float half) {
-    return std::fmax(std::fabs(offset) - half, 0.0F);
-  };
-  return length({beyond(p.x - obstacle.center.x, obstacle.half_sizes.x),
-                 beyond(p.y - obstacle.center.y, obstacle.half_sizes.y),
-                 beyond(p.z - obstacle.center.z, obstacle.half_sizes.z)});
-}
-
-float openness(const std::vector<Obstacle>& obstacles, const Vec3& p, const Vec3& normal) {
-  float open = 1.0F;
-  float weight = 0.34F;
-  for (const float reach : {30.0F, 90.0F, 240.0F}) {
-    const Vec3 probe = p + normal * reach;
-    float nearest = reach;
-    for (const Obstacle& obstacle : obstacles) {
-      nearest = std::fmin(nearest, distance(obstacle, probe));
-    }
-    open -= weight * (1.0F - nearest / reach);
-    weight *= 0.85F;
-  }
-  return std::fmax(open, 0.2F);
-}
-
-Furniture Furnisher::finish() {
-  std::vector<Obstacle> all = result_.obstacles;
+std::vector<Surface> Furnisher::finish() {
+  std::vector<Obstacle> all = obstacles_;
   const std::vector<Obstacle> walls = shell_obstacles();
   all.insert(all.end(), walls.begin(), walls.end());
-  for (Surface& surface : result_.surfaces) {
+  for (Surface& surface : surfaces_) {
     for (std::size_t i = 0; i < surface.points.size(); ++i) {
-      surface.openness[i] = openness(all, surface.points[i], surface.normals[i]);
+      surface.openness[i] = openness_among(all, surface.points[i], surface.normals[i]);
     }
   }
-  return std::move(result_);
+  return std::move(surfaces_);
 }
 
 }  // namespace
 
-Furniture furnish_room() {
+std::vector<Surface> furnish_room() {
   Furnisher furnisher;
-  for (PaintedSurface& part : make_shell()) {
+  for (ShellPart& part : make_shell()) {
     furnisher.add(std::move(part.surface), part.texture, part.reflectance);
   }
   furnisher.add_shelf();

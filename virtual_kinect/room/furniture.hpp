@@ -7,20 +7,8 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// A box that keeps light from what is near it.
-struct Obstacle {
-  Vec3 center;
-  Vec3 half_sizes;
-};
-
-struct Furniture {
-  std::vector<Surface> surfaces;  // in coordinates of the camera
-  std::vector<Obstacle> obstacles;
-};
-
-constexpr float kBackWallDepth = 4000.0F;
-
-// Painted, and darkened where it stands close together.
-Furniture furnish_room();
+// The painted surfaces of the shell and the furniture, in coordinates of the camera. Their openness
+// is lower where they are close to each other.
+std::vector<Surface> furnish_room();
 
 }  // namespace halcyra::virtual_kinect::room

@@ -1,4 +1,4 @@
-// A head as a textured surface.
+// A head as one painted surface.
 #pragma once
 
 #include "virtual_kinect/room/looks.hpp"

@@ -102,7 +102,7 @@ float HeadShape::hair_cover(const Vec3& p) const {
   return skin_distance(q) - hair_distance(q);
 }
 
-// From outside inwards, so that the nose hides what is behind it.
+// Searches from outside inwards, so that the nose hides what is behind it.
 Vec3 HeadShape::surface_point(const Vec3& direction) const {
   float radius = 190.0F;
   for (int step = 0; step < 24; ++step) {

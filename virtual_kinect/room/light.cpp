@@ -6,16 +6,16 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-// A large window to the left, behind the camera, does most of it.
+// Most of the light comes from a large window to the left, behind the camera.
 const Vec3 kToWindow = normalized({-0.50F, -0.42F, -0.76F});
 constexpr Vec3 kWindowColor{1.02F, 1.0F, 0.97F};
 constexpr Vec3 kSkyColor{0.36F, 0.385F, 0.42F};
 constexpr Vec3 kFloorColor{0.25F, 0.22F, 0.19F};
 constexpr Vec3 kLampColor{0.62F, 0.45F, 0.25F};
 constexpr float kLampReach = 900.0F;
-constexpr float kLampSpill = 0.035F;  // what the walls throw back
+constexpr float kLampSpill = 0.035F;  // lamp light that comes back from the walls
 
-// Displays encode light by about its square root.
+// A display's encoding of light is about its square root.
 Vec3 displayed(const Vec3& light) {
   return {std::sqrt(light.x), std::sqrt(light.y), std::sqrt(light.z)};
 }

@@ -1,4 +1,4 @@
-// What the people who visit the room look like.
+// What the people in the room look like.
 #pragma once
 
 #include <array>
@@ -8,10 +8,13 @@
 
 namespace halcyra::virtual_kinect::room {
 
+// What skin gives back of the sensor's infrared light. In infrared, all skin looks much the same.
+constexpr float kSkinInfrared = 0.62F;
+
 enum class HairCut { kShortSides, kLongWavy, kBald };
 
 struct HeadLook {
-  // Stretches of the average head; 1 each.
+  // Factors on the measures of an average head.
   float width = 1.0F;
   float height = 1.0F;
   float jaw = 1.0F;
@@ -26,8 +29,8 @@ struct HeadLook {
   float brow_weight = 1.0F;
   float brow_height = 0.0F;  // millimetres up
   float beard = 0.0F;        // 0: none, 0.4: stubble, 1: full
-  float freckles = 0.0F;
-  float wrinkles = 0.0F;
+  float freckles = 0.0F;     // 0: none, 1: many
+  float wrinkles = 0.0F;     // 0: none, 1: deep
   bool glasses = false;
   HairCut hair_cut = HairCut::kShortSides;
   // Displayed colours, red, green, blue.
@@ -42,15 +45,17 @@ struct HeadLook {
 enum class Clothing { kShirt, kSweater, kJacket };
 
 struct BodyLook {
-  float height = 1.0F;     // stretch of an average body of 1.75 m
-  float shoulders = 1.0F;  // and of its widths
+  // Factors on the measures of an average body, 1.75 m high.
+  float height = 1.0F;
+  float shoulders = 1.0F;
   float girth = 1.0F;
   Clothing clothing = Clothing::kShirt;
+  // Displayed colours, red, green, blue.
   Vec3 top{0.25F, 0.35F, 0.50F};
   Vec3 accent{0.90F, 0.90F, 0.88F};
   Vec3 trousers{0.20F, 0.22F, 0.27F};
   Vec3 shoes{0.15F, 0.12F, 0.10F};
-  float top_infrared = 0.5F;
+  float top_infrared = 0.5F;  // see Reflectance
 };
 
 struct PersonLook {

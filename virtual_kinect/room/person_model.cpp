@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "virtual_kinect/room/dimensions.hpp"
 #include "virtual_kinect/room/head_model.hpp"
 
 namespace halcyra::virtual_kinect::room {
@@ -13,15 +14,15 @@ constexpr float kElbowBend = 14.0F;  // of a hanging arm
 constexpr float kKneeBend = 52.0F;
 constexpr float kLegLength = kThighLength + kShinLength;
 
-// The angles of one leg in degrees; `swing` forwards, `bend` backwards.
+// The angles of one leg in degrees.
 struct LegAngles {
-  float swing = 0.0F;
-  float bend = 0.0F;
-  float toe_drop = 0.0F;
+  float swing = 0.0F;     // of the thigh, forwards
+  float bend = 0.0F;      // of the knee, backwards
+  float toe_drop = 0.0F;  // of the foot
 };
 
-// A foot on the floor stays where it is while the body passes over it, for one step; it then comes
-// forward through the air for the next. `phase` counts steps from when it touches down.
+// For one step a foot stays where it is on the floor while the body passes over it; for the next
+// step it comes forward through the air. `phase` counts steps from the moment when it touches down.
 LegAngles leg_angles(float phase, float step_share) {
   const float in_cycle = phase - 2.0F * std::floor(0.5F * phase);
   const float in_air = std::fmax(0.0F, in_cycle - 1.0F);
@@ -39,7 +40,7 @@ void add_arm(std::vector<PlacedPart>& parts, const PersonModel& model, const Pos
              float side, float swing) {
   const Pose arm = person * shifted(on_side(kShoulderJoint, side, model.look.body.shoulders)) *
                    turned_about_z(-side * 3.5F) * turned_about_x(-swing);
-  // Half a turn brings the inner side of the other arm to its right.
+  // The model's inner side is on the left; half a turn puts it on the right for the other arm.
   parts.push_back({&model.body.upper_arm, side > 0.0F ? arm : arm * turned_about_y(180.0F), false});
   const float bend = kElbowBend + 0.5F * std::fmax(0.0F, swing);
   const Pose forearm = arm * shifted({0.0F, kUpperArmLength, 0.0F}) * turned_about_x(-bend);
@@ -100,7 +101,7 @@ std::vector<PlacedPart> placed_parts(const PersonModel& model, const Posture& po
   const float arm_swing = kArmSwing * posture.stride_width * std::cos(kPi * posture.stride);
   add_arm(parts, model, person, -1.0F, -arm_swing);
   add_arm(parts, model, person, 1.0F, arm_swing);
-  // Heads differ less than bodies do, so they are not scaled with them.
+  // Heads differ less in size than bodies do, so they are not scaled with them.
   const Pose head = shifted(person.place(kHeadJoint)) * turned_about_y(posture.head_yaw) *
                     turned_about_x(posture.head_pitch) * turned_about_z(posture.head_roll);
   parts.push_back({&model.head, head, true});

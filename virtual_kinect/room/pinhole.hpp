@@ -8,7 +8,8 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// Pixel (i, j) covers [i, i+1) x [j, j+1); the optical axis meets the middle of the picture.
+// Places of a picture are in pixels: pixel (i, j) covers [i, i+1) x [j, j+1). The optical axis
+// meets the middle of the picture.
 struct Pinhole {
   int width;
   int height;
@@ -16,7 +17,7 @@ struct Pinhole {
 
   float column(const Vec3& p) const { return 0.5F * static_cast<float>(width) + focal * p.x / p.z; }
   float row(const Vec3& p) const { return 0.5F * static_cast<float>(height) + focal * p.y / p.z; }
-  // The point at depth 1 that is seen at a place of the picture.
+  // The point with z = 1 that is seen at a place of the picture.
   Vec3 ray(float column, float row) const {
     return {(column - 0.5F * static_cast<float>(width)) / focal,
             (row - 0.5F * static_cast<float>(height)) / focal, 1.0F};

@@ -1,4 +1,4 @@
-// Where a rigid part stands in the room and how it is turned.
+// Where a part is in the room and how it is turned.
 #pragma once
 
 #include "virtual_kinect/room/vec3.hpp"
@@ -15,7 +15,7 @@ struct Pose {
   Vec3 place(const Vec3& v) const { return turn(v) + origin; }
 };
 
-// `outer` after `inner`.
+// Applies `inner` first, then `outer`.
 inline Pose operator*(const Pose& outer, const Pose& inner) {
   return {outer.turn(inner.x_axis), outer.turn(inner.y_axis), outer.turn(inner.z_axis),
           outer.place(inner.origin)};
@@ -27,7 +27,7 @@ inline Pose shifted(const Vec3& origin) {
   return pose;
 }
 
-// A part that faces the camera (-z) then faces the right edge of the picture at +90 degrees.
+// At +90 degrees, a part that faced the camera (-z) faces the right edge of the picture.
 inline Pose turned_about_y(float degrees) {
   const float c = std::cos(radians(degrees));
   const float s = std::sin(radians(degrees));

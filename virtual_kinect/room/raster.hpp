@@ -1,4 +1,5 @@
-// Fills triangles of a picture: finds the pixels inside and interpolates the corners' values there.
+// Fills triangles of a picture: finds the pixels inside, and interpolates the corners' values
+// there.
 #pragma once
 
 #include <algorithm>
@@ -9,7 +10,7 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// A corner in pixels, with the values that vary over the triangle.
+// A corner in pixels (see Pinhole), with the values that vary linearly over the triangle.
 struct Corner {
   float x = 0.0F;
   float y = 0.0F;
@@ -21,8 +22,9 @@ inline float doubled_area(const Corner& a, const Corner& b, const Corner& c) {
   return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-// Calls plot(column, row, values) for each pixel of `bounds` whose centre is inside a clockwise
-// triangle. Neighbours may both claim a pixel on their common edge.
+// Calls plot(column, row, values) for each pixel of `bounds` whose centre is inside the triangle,
+// and for none where its corners run counter-clockwise. Of two triangles with a common edge, both
+// may call it for a pixel on the edge, but never neither.
 template <typename Plot>
 void fill_triangle(const Corner& a, const Corner& b, const Corner& c, const cv::Rect& bounds,
                    const Plot& plot) {

@@ -23,7 +23,7 @@ std::map<Person, PersonModel> make_people() {
   return people;
 }
 
-// Blends the stepped outlines of what was drawn before the room.
+// Smooths the stepped outlines of the people, who were drawn in front of the room.
 void soften(const ColorCanvas& canvas, const cv::Mat& room_nearness, const cv::Rect& area) {
   cv::Mat drawn;
   cv::compare(canvas.nearness(area), room_nearness(area), drawn, cv::CMP_NE);
@@ -84,7 +84,8 @@ cv::Mat Renderer::render_color(const Moment& moment, std::uint64_t set) const {
   return picture;
 }
 
-InfraredAndDepth Renderer::render_depth(const Moment& moment, std::uint64_t set) const {
+InfraredAndDepth Renderer::render_infrared_and_depth(const Moment& moment,
+                                                     std::uint64_t set) const {
   const DepthCanvas canvas{kDepthCamera, backdrop_.depth_nearness.clone(),
                            backdrop_.depth_echo.clone()};
   for (const Presence& presence : moment.people) {

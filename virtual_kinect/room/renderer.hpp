@@ -1,4 +1,4 @@
-// Turns a moment into what the sensor sees of it.
+// Draws what the sensor sees of a moment of the story.
 #pragma once
 
 #include <cstdint>
@@ -14,22 +14,24 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// The seed of the room that everybody sees.
+// The seed of the room's noise where nobody asks for another.
 constexpr std::uint32_t kUsualSeed = 20;
 
+// As measure_infrared and measure_depth return them; 512 x 424.
 struct InfraredAndDepth {
-  cv::Mat infrared;  // float, 0 at the outermost columns
-  cv::Mat depth;     // float, millimetres; 0 where there is no measurement
+  cv::Mat infrared;
+  cv::Mat depth;
 };
 
+// A Renderer is used by one thread at a time.
 class Renderer {
  public:
-  // Takes a second or so; uses two threads.
+  // Takes a second or so, on two threads.
   explicit Renderer(std::uint32_t seed);
 
-  // 8-bit B, G, R, X. The set number chooses the noise alone.
+  // 1920 x 1080, 8-bit B, G, R, X. The set number chooses the noise and nothing else.
   cv::Mat render_color(const Moment& moment, std::uint64_t set) const;
-  InfraredAndDepth render_depth(const Moment& moment, std::uint64_t set) const;
+  InfraredAndDepth render_infrared_and_depth(const Moment& moment, std::uint64_t set) const;
 
  private:
   void draw_person(const ColorCanvas& canvas, const Presence& presence,
@@ -39,7 +41,7 @@ class Renderer {
   Backdrop backdrop_;
   std::map<Person, PersonModel> people_;
   SensorNoise noise_;
-  // The room under the light asked for last, as it seldom changes.
+  // The room in the light of the last call, which seldom changes.
   mutable cv::Mat lit_room_;
   mutable LightLevels lit_by_;
 };

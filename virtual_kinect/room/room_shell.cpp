@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "virtual_kinect/room/person_model.hpp"
+#include "virtual_kinect/room/dimensions.hpp"
 #include "virtual_kinect/room/shapes.hpp"
 #include "virtual_kinect/room/value_noise.hpp"
 
@@ -10,16 +10,12 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr float kCeiling = -1270.0F;
-constexpr float kHalfWidth = 3150.0F;
-constexpr float kFront = 2000.0F;
-constexpr float kDepth = kBackWallDepth;
-constexpr float kRoomHeight = kFloorHeight - kCeiling;
+constexpr float kRoomHeight = kFloorHeight - kCeilingHeight;
 constexpr float kGrid = 70.0F;
 
-constexpr Vec3 kWindowCorner{-2650.0F, -900.0F, kDepth - 12.0F};
+constexpr Vec3 kWindowCorner{-2650.0F, -900.0F, kBackWallDepth - 12.0F};
 constexpr Vec3 kWindowSize{1250.0F, 1150.0F, 0.0F};
-constexpr Vec3 kPaintingCorner{-1130.0F, -620.0F, kDepth - 26.0F};
+constexpr Vec3 kPaintingCorner{-1130.0F, -620.0F, kBackWallDepth - 26.0F};
 constexpr Vec3 kPaintingSize{600.0F, 440.0F, 0.0F};
 
 Reflectance wall_paint(float, float, const Vec3& p) {
@@ -65,7 +61,7 @@ Reflectance view_outside(float u, float v, const Vec3&) {
   const float leaves = 0.10F * layered_noise({u * 16.0F, v * 16.0F, 0.0F}, 68);
   color = mix(color, Vec3{0.50F, 0.62F, 0.42F} * (1.0F + leaves),
               smoothstep(crown + 0.10F, crown + 0.14F, v));
-  return {color, 0.0F};  // glass throws the sensor's light away
+  return {color, 0.0F};  // glass reflects the sensor's light elsewhere
 }
 
 Reflectance painted_landscape(float u, float v, const Vec3& p) {
@@ -82,8 +78,8 @@ Reflectance white_wood(float, float, const Vec3&) { return {{0.92F, 0.91F, 0.88F
 
 Reflectance oak_frame(float, float, const Vec3&) { return {{0.52F, 0.42F, 0.32F}, 0.35F}; }
 
-void add_frame(std::vector<PaintedSurface>& shell, const Vec3& corner, const Vec3& size,
-               float width, Reflectance (*reflectance)(float, float, const Vec3&)) {
+void add_frame(std::vector<ShellPart>& shell, const Vec3& corner, const Vec3& size, float width,
+               Reflectance (*reflectance)(float, float, const Vec3&)) {
   const Vec3 rim{width, width, 18.0F};
   const Vec3 least = corner - rim;
   const Vec3 most = corner + size + Vec3{width, width, 0.0F};
@@ -98,30 +94,30 @@ void add_frame(std::vector<PaintedSurface>& shell, const Vec3& corner, const Vec
   add({most.x - width, corner.y, least.z}, {most.x, most.y - width, most.z});
 }
 
-void add_window(std::vector<PaintedSurface>& shell) {
+void add_window(std::vector<ShellPart>& shell) {
   Surface glass = make_sheet(kWindowCorner, {kWindowSize.x, 0, 0}, {0, kWindowSize.y, 0}, kGrid);
   glass.daylight_glow = 0.22F;
   shell.push_back({std::move(glass), {512, 448}, view_outside});
   add_frame(shell, kWindowCorner, kWindowSize, 55.0F, white_wood);
   const Vec3 middle = kWindowCorner + kWindowSize * 0.5F;
   for (Surface& bar :
-       make_box({middle.x - 22, kWindowCorner.y, kDepth - 34},
-                {middle.x + 22, kWindowCorner.y + kWindowSize.y, kDepth - 12}, 120)) {
+       make_box({middle.x - 22, kWindowCorner.y, kBackWallDepth - 34},
+                {middle.x + 22, kWindowCorner.y + kWindowSize.y, kBackWallDepth - 12}, 120)) {
     shell.push_back({std::move(bar), {16, 16}, white_wood});
   }
   const float sill = kWindowCorner.y + kWindowSize.y + 50.0F;
-  for (Surface& face : make_box({kWindowCorner.x - 90, sill, kDepth - 150},
-                                {kWindowCorner.x + kWindowSize.x + 90, sill + 34, kDepth}, 120)) {
+  for (Surface& face :
+       make_box({kWindowCorner.x - 90, sill, kBackWallDepth - 150},
+                {kWindowCorner.x + kWindowSize.x + 90, sill + 34, kBackWallDepth}, 120)) {
     shell.push_back({std::move(face), {16, 16}, white_wood});
   }
 }
 
-void add_curtain(std::vector<PaintedSurface>& shell, float left, float right) {
+void add_curtain(std::vector<ShellPart>& shell, float left, float right) {
   Surface curtain = make_surface(90, 20, [=](float u, float v) {
     const float wave = 24.0F * std::sin(u * 40.0F + 1.5F * std::sin(u * 9.0F)) * (0.6F + 0.4F * v);
-    return Vec3{mix(left, right, u), mix(-1090.0F, 1180.0F, v), kDepth - 90.0F + wave};
+    return Vec3{mix(left, right, u), mix(-1090.0F, 1180.0F, v), kBackWallDepth - 90.0F + wave};
   });
-  for (std::size_t i = 0; i < curtain.points.size(); ++i) curtain.openness[i] = 1.0F;
   curtain.daylight_glow = 0.08F;
   shell.push_back({std::move(curtain), {256, 64}, [](float, float, const Vec3& p) {
                      const float weave = 0.03F * value_noise(p * 0.08F, 70);
@@ -131,29 +127,29 @@ void add_curtain(std::vector<PaintedSurface>& shell, float left, float right) {
 
 }  // namespace
 
-std::vector<PaintedSurface> make_shell() {
-  std::vector<PaintedSurface> shell;
-  const float length = kDepth - kFront;
-  shell.push_back({make_sheet({-kHalfWidth, kCeiling, kDepth}, {2 * kHalfWidth, 0, 0},
+std::vector<ShellPart> make_shell() {
+  std::vector<ShellPart> shell;
+  const float length = kBackWallDepth - kFrontDepth;
+  shell.push_back({make_sheet({-kHalfWidth, kCeilingHeight, kBackWallDepth}, {2 * kHalfWidth, 0, 0},
                               {0, kRoomHeight, 0}, kGrid),
                    {640, 320},
                    wall_paint});
-  shell.push_back(
-      {make_sheet({-kHalfWidth, kCeiling, kFront}, {0, 0, length}, {0, kRoomHeight, 0}, kGrid),
-       {96, 192},
-       wall_paint});
-  shell.push_back(
-      {make_sheet({kHalfWidth, kCeiling, kDepth}, {0, 0, -length}, {0, kRoomHeight, 0}, kGrid),
-       {96, 192},
-       wall_paint});
-  shell.push_back({make_sheet({-kHalfWidth, kFloorHeight, kDepth}, {2 * kHalfWidth, 0, 0},
+  shell.push_back({make_sheet({-kHalfWidth, kCeilingHeight, kFrontDepth}, {0, 0, length},
+                              {0, kRoomHeight, 0}, kGrid),
+                   {96, 192},
+                   wall_paint});
+  shell.push_back({make_sheet({kHalfWidth, kCeilingHeight, kBackWallDepth}, {0, 0, -length},
+                              {0, kRoomHeight, 0}, kGrid),
+                   {96, 192},
+                   wall_paint});
+  shell.push_back({make_sheet({-kHalfWidth, kFloorHeight, kBackWallDepth}, {2 * kHalfWidth, 0, 0},
                               {0, 0, -length}, kGrid),
                    {1280, 384},
                    floor_boards});
-  shell.push_back(
-      {make_sheet({-kHalfWidth, kCeiling, kFront}, {2 * kHalfWidth, 0, 0}, {0, 0, length}, kGrid),
-       {64, 64},
-       white_wood});
+  shell.push_back({make_sheet({-kHalfWidth, kCeilingHeight, kFrontDepth}, {2 * kHalfWidth, 0, 0},
+                              {0, 0, length}, kGrid),
+                   {64, 64},
+                   white_wood});
   shell.push_back({make_sheet({-1420, kFloorHeight - 8, 3420}, {2220, 0, 0}, {0, 0, -800}, kGrid),
                    {512, 192},
                    rug});
@@ -169,12 +165,12 @@ std::vector<PaintedSurface> make_shell() {
 }
 
 std::vector<Obstacle> shell_obstacles() {
-  const float middle = 0.5F * (kFloorHeight + kCeiling);
-  return {{{0, middle, kDepth + 100}, {kHalfWidth + 200, kRoomHeight, 99}},
-          {{-kHalfWidth - 100, middle, kDepth}, {99, kRoomHeight, 4000}},
-          {{kHalfWidth + 100, middle, kDepth}, {99, kRoomHeight, 4000}},
-          {{0, kFloorHeight + 100, kDepth}, {kHalfWidth + 200, 99, 4000}},
-          {{0, kCeiling - 100, kDepth}, {kHalfWidth + 200, 99, 4000}}};
+  const float middle = 0.5F * (kFloorHeight + kCeilingHeight);
+  return {{{0, middle, kBackWallDepth + 100}, {kHalfWidth + 200, kRoomHeight, 99}},
+          {{-kHalfWidth - 100, middle, kBackWallDepth}, {99, kRoomHeight, 4000}},
+          {{kHalfWidth + 100, middle, kBackWallDepth}, {99, kRoomHeight, 4000}},
+          {{0, kFloorHeight + 100, kBackWallDepth}, {kHalfWidth + 200, 99, 4000}},
+          {{0, kCeilingHeight - 100, kBackWallDepth}, {kHalfWidth + 200, 99, 4000}}};
 }
 
 }  // namespace halcyra::virtual_kinect::room

@@ -1,4 +1,4 @@
-// The room itself: walls, floor, ceiling, the window and what hangs on the wall.
+// The room itself: walls, floor, rug, ceiling, window, curtains and the painting on the wall.
 #pragma once
 
 #include <functional>
@@ -6,20 +6,22 @@
 
 #include <opencv2/core/types.hpp>
 
-#include "virtual_kinect/room/furniture.hpp"
+#include "virtual_kinect/room/obstacle.hpp"
 #include "virtual_kinect/room/surface.hpp"
 
 namespace halcyra::virtual_kinect::room {
 
-struct PaintedSurface {
+// A surface that is not painted yet, and what to paint it with.
+struct ShellPart {
   Surface surface;
-  cv::Size texture;
+  cv::Size texture;  // pixels
   std::function<Reflectance(float u, float v, const Vec3& point)> reflectance;
 };
 
-std::vector<PaintedSurface> make_shell();
+// In coordinates of the camera.
+std::vector<ShellPart> make_shell();
 
-// The walls, floor and ceiling as what keeps light from the corners.
+// The walls, the floor and the ceiling, which keep light from the corners.
 std::vector<Obstacle> shell_obstacles();
 
 }  // namespace halcyra::virtual_kinect::room

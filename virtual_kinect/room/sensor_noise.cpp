@@ -13,7 +13,7 @@ constexpr float kColorDeviation = 1.25F;  // grey levels
 constexpr std::size_t kColorPixels = std::size_t{1} << 17U;
 constexpr std::size_t kFloatCount = std::size_t{1} << 16U;
 
-// The sum of four even distributions, scaled to a deviation of 1.
+// The sum of four uniform distributions, scaled to a standard deviation of 1.
 float near_normal(std::uint32_t n) {
   const float sum =
       hash_unit(4 * n) + hash_unit(4 * n + 1) + hash_unit(4 * n + 2) + hash_unit(4 * n + 3);
@@ -36,16 +36,16 @@ SensorNoise::SensorNoise(std::uint32_t seed) : seed_(hash_bits(seed)) {
   }
 }
 
-std::size_t SensorNoise::place(std::size_t room, std::uint64_t set, std::uint32_t salt) const {
+std::size_t SensorNoise::place(std::size_t places, std::uint64_t set, std::uint32_t salt) const {
   const auto number = static_cast<std::uint32_t>(set ^ (set >> 32U));
-  return hash_bits(hash_bits(number + seed_) + salt) % room;
+  return hash_bits(hash_bits(number + seed_) + salt) % places;
 }
 
 void SensorNoise::add_to_color(cv::Mat& picture, std::uint64_t set) const {
   const int length = 4 * picture.cols;
   for (int row = 0; row < picture.rows; ++row) {
-    const std::size_t room = kColorPixels - static_cast<std::size_t>(picture.cols);
-    const std::int8_t* step = &steps_[4 * place(room, set, static_cast<std::uint32_t>(row))];
+    const std::size_t places = kColorPixels - static_cast<std::size_t>(picture.cols);
+    const std::int8_t* step = &steps_[4 * place(places, set, static_cast<std::uint32_t>(row))];
     uchar* value = picture.ptr(row);
     for (int i = 0; i < length; ++i) {
       const int sum = value[i] + step[i];

@@ -1,5 +1,4 @@
-// The noise of the sensor's pictures: drawn once, then looked up at places that differ from set to
-// set.
+// The noise of the sensor's pictures: made once, then read from places that differ from set to set.
 #pragma once
 
 #include <cstdint>
@@ -13,13 +12,14 @@ class SensorNoise {
  public:
   explicit SensorNoise(std::uint32_t seed);
 
-  // To an 8-bit B, G, R, X picture; X is left as it is.
+  // Adds noise to an 8-bit B, G, R, X picture of less than 131072 columns, and none to X.
   void add_to_color(cv::Mat& picture, std::uint64_t set) const;
-  // About normally distributed numbers of deviation 1 for a row of a float picture.
+  // `length` (below 65536) nearly normally distributed numbers of standard deviation 1 for a row of
+  // a picture. Each `purpose` has numbers of its own.
   const float* row(int length, int row, std::uint64_t set, std::uint32_t purpose) const;
 
  private:
-  std::size_t place(std::size_t room, std::uint64_t set, std::uint32_t salt) const;
+  std::size_t place(std::size_t places, std::uint64_t set, std::uint32_t salt) const;
 
   std::uint32_t seed_;
   std::vector<std::int8_t> steps_;

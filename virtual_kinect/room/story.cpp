@@ -7,8 +7,8 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-// Seconds, millimetres, degrees (see Posture). Between two lines everything moves evenly, with soft
-// starts and stops. Out of view is beyond x = +-1.2 z.
+// Seconds, millimetres, degrees (see Posture). From one key to the next every value changes
+// smoothly, with a soft start and stop. Beyond x = +-1.2 z people are out of view.
 struct PersonKey {
   float time;
   float x;
@@ -40,7 +40,7 @@ Visit owner_stays() {
            {10.8F, -90, 1540, -20, -60, 1},
            {11.6F, -80, 1540, 5, 3, 0},
            {13.2F, -60, 1520, 10, 5, 2},
-           {13.9F, -50, 1520, 25, 60, 0},  // hears somebody come
+           {13.9F, -50, 1520, 25, 60, 0},  // hears somebody coming
            {16.6F, -50, 1540, 30, 58, 0},
            {17.3F, -50, 1540, 5, 6, 0},
            {19.2F, -20, 1520, 0, 2, 1},
@@ -128,7 +128,7 @@ const std::vector<LightKey>& lights() {
 
 float distance(const PersonKey& a, const PersonKey& b) { return std::hypot(b.x - a.x, b.z - a.z); }
 
-// The last key that has begun at `time`; not the very last one.
+// The last key whose time has come and that has a successor.
 template <typename Key>
 std::size_t key_before(const std::vector<Key>& keys, float time) {
   std::size_t at = 0;

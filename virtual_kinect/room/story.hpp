@@ -11,7 +11,7 @@
 namespace halcyra::virtual_kinect::room {
 
 constexpr std::uint64_t kSetsPerSecond = 30;
-constexpr std::uint64_t kStorySets = 60 * kSetsPerSecond;  // then it starts again
+constexpr std::uint64_t kStorySets = 60 * kSetsPerSecond;  // then the story starts again
 
 struct Presence {
   Person person;
@@ -21,13 +21,13 @@ struct Presence {
 struct Moment {
   std::vector<Presence> people;
   LightLevels light;
-  float defocus = 0.0F;  // radius of the blur in colour pixels
+  float defocus = 0.0F;  // radius of the blur in pixels of the colour picture
 };
 
+// The moment of a set, counted from the beginning of the story. Same in every run.
 Moment moment_at(std::uint64_t set);
 
-// The set of the story that a sensor in the room delivers first: whoever switches it on meets
-// somebody.
+// Where watching begins, so that there is somebody to see at once.
 constexpr std::uint64_t kOpeningSet = 4 * kSetsPerSecond;
 
 }  // namespace halcyra::virtual_kinect::room

@@ -1,4 +1,4 @@
-// The curved surfaces that everything in the room is made of: grids of points with a texture.
+// What everything in the room is made of: curved surfaces, each a grid of points with a texture.
 #pragma once
 
 #include <functional>
@@ -10,7 +10,7 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// What a point of a surface gives back of the light that falls on it, 0 to 1 each.
+// The share of the light that a point of a surface gives back, 0 to 1 each.
 struct Reflectance {
   Vec3 color;             // red, green, blue as displayed
   float infrared = 0.5F;  // of the sensor's own infrared light
@@ -19,15 +19,15 @@ struct Reflectance {
 struct Surface {
   int columns = 0;
   int rows = 0;
-  // Row by row. Seen from outside, columns run to the right and rows down, for surfaces that are
-  // open; closed ones repeat their first column as their last.
+  // Row by row. As seen from outside, columns run to the right and rows run down. A closed surface
+  // repeats its first column as its last.
   std::vector<Vec3> points;
   std::vector<Vec3> normals;          // outward, of length 1
-  std::vector<float> openness;        // 1: open to light from everywhere, 0: to none
+  std::vector<float> openness;        // 1: light comes from everywhere, 0: from nowhere
   std::vector<cv::Mat> texture_mips;  // B, G, R, infrared; each half the size of the one before
   float gloss = 0.0F;                 // strength of the highlight
-  float daylight_glow = 0.0F;         // light of its own, as bright as that source is
-  float lamp_glow = 0.0F;
+  float daylight_glow = 0.0F;         // light of its own, times the level of daylight
+  float lamp_glow = 0.0F;             // and times that of the lamp
 
   std::size_t index(int column, int row) const {
     return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
@@ -35,18 +35,20 @@ struct Surface {
   }
 };
 
-// A surface from a formula; `point` takes u (columns) and v (rows) from 0 to 1. Normals follow from
-// the points and openness is 1.
+// A surface by a formula: `point` takes u (along the columns) and v (along the rows) from 0 to 1,
+// of which there are at least two each. The normals follow from the points; openness is 1.
 Surface make_surface(int columns, int rows, const std::function<Vec3(float u, float v)>& point);
 
-// Recomputes the normals from the points. `closed`: the first column goes on from the last.
+// Computes the normals from the points anew. `closed`: the last column is the first again.
 void update_normals(Surface& surface, bool closed);
 
-// Between the values at the four grid points around a place; `values` has one for each point.
+// The value at a place, u and v from 0 to 1, between those at the four grid points around it.
+// `values` has one for each point.
 float interpolated(const Surface& surface, const std::vector<float>& values, float u, float v);
 Vec3 interpolated(const Surface& surface, const std::vector<Vec3>& values, float u, float v);
 
-// Fills in the texture: `reflectance` takes u, v and the point of the surface there.
+// Paints the texture, `size` pixels large: `reflectance` takes u, v and the point of the surface
+// there.
 void paint(Surface& surface, cv::Size size,
            const std::function<Reflectance(float u, float v, const Vec3& point)>& reflectance);
 

@@ -7,14 +7,14 @@
 
 namespace halcyra::virtual_kinect::room {
 
-// Evenly distributed bits for a number.
+// Evenly distributed bits; neighbouring numbers give unrelated ones.
 std::uint32_t hash_bits(std::uint32_t n);
-// In [0, 1).
+// Likewise, in [0, 1).
 float hash_unit(std::uint32_t n);
 
-// In [-1, 1]; features are about as large as the unit of `p`.
+// Smooth, in [-1, 1]; from one hill to the next it is about 1 in `p`.
 float value_noise(const Vec3& p, std::uint32_t seed);
-// Three octaves of it, in [-1, 1].
+// The sum of three octaves of value_noise, in [-1, 1].
 float layered_noise(const Vec3& p, std::uint32_t seed);
 
 }  // namespace halcyra::virtual_kinect::room

@@ -26,7 +26,7 @@ inline Vec3 mix(const Vec3& a, const Vec3& b, float t) { return a + (b - a) * t;
 
 inline float mix(float a, float b, float t) { return a + (b - a) * t; }
 inline float clamp01(float t) { return std::fmin(std::fmax(t, 0.0F), 1.0F); }
-// 0 up to `from`, 1 from `to` on, and smooth between them.
+// 0 up to `from`, 1 from `to` on, and smooth between them. Falls where `from` is above `to`.
 inline float smoothstep(float from, float to, float t) {
   const float s = clamp01((t - from) / (to - from));
   return s * s * (3.0F - 2.0F * s);

@@ -35,12 +35,12 @@ TEST(RuntimeStatus, StartsWithNothingCountedOrLogged) {
   EXPECT_TRUE(status.events.empty());
 }
 
-TEST(RuntimeStatus, HoldsTheRecordsOfRoomAndServicesAtTheirOwnStart) {
+TEST(RuntimeStatus, StartsWithoutWordOfTheRoomAndTheServices) {
   const RuntimeStatus status;
-  EXPECT_EQ(status.room.view_mode, RoomAwareness().view_mode);
-  EXPECT_EQ(status.room.reason, RoomAwareness().reason);
-  EXPECT_EQ(status.voice.mic_presence, VoiceStatus().mic_presence);
-  EXPECT_EQ(status.corvane.warning, CorvaneStatus().warning);
+  EXPECT_EQ(status.room.view_mode, "scan");
+  EXPECT_EQ(status.room.reason, "no person detected");
+  EXPECT_EQ(status.voice.mic_presence, "unknown");
+  EXPECT_EQ(status.corvane.warning, "not evaluated");
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ inline std::string stock_cascade(const std::string& name) {
   return "/usr/share/opencv4/haarcascades/haarcascade_" + name + ".xml";
 }
 
-// Searches on this many threads for as long as it lives.
+// OpenCV uses this many threads while this lives.
 class ThreadCount {
  public:
   explicit ThreadCount(int threads) : before_(cv::getNumThreads()) { cv::setNumThreads(threads); }
@@ -57,7 +57,7 @@ inline std::vector<cv::Rect> sorted(std::vector<cv::Rect> boxes) {
   return boxes;
 }
 
-// Settings that a picture of this size is searched with in reasonable time.
+// Settings with which a picture of this size is searched in reasonable time.
 inline DetectionSettings random_settings(const cv::Size& picture, cv::RNG& random) {
   constexpr double kFactors[] = {1.01, 1.03, 1.05, 1.1, 1.1, 1.2, 1.3, 1.7, 2.0, 3.3};
   const int finest = picture.area() > 40000 ? 3 : 0;

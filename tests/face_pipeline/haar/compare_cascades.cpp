@@ -1,9 +1,9 @@
-// Compares our classifiers with OpenCV's for as long as one likes:
+// Compares our classifiers with OpenCV's for as many rounds as one likes:
 //
 //   compare_cascades ROUNDS SEED [PICTURE...]
 //
-// Each round searches a random part of one of the pictures, or a made picture, with a random
-// cascade and random settings. Ends with status 1 if anything differed.
+// Each round searches a random part of one of the pictures, or a generated picture, with a random
+// cascade and random settings. Exits with 1 if anything differs.
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -80,9 +80,8 @@ void compare(const std::string& what, const Boxes& boxes, const Boxes& expected,
 
 void compare_mirrored(Contestants& contestants, const cv::Mat& picture,
                       const DetectionSettings& settings, const std::string& what, Counts& counts) {
-  cv::Mat mirror_image;
-  cv::flip(picture, mirror_image, 1);
-  const Boxes expected = detected_on_threads(1, contestants.original, mirror_image, settings);
+  const Boxes expected =
+      detected_on_threads(1, contestants.original, mirror_image(picture), settings);
   for (cv::CascadeClassifier& classifier : contestants.fast) {
     FastCascadeClassifier& fast = *fast_cascade(classifier);
     if (!fast.can_mirror(picture.size(), settings)) continue;

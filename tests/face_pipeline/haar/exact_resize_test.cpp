@@ -43,12 +43,6 @@ TEST(ResizePositions, AreWhereOpenCvReads) {
   }
 }
 
-cv::Mat mirror_image(const cv::Mat& picture) {
-  cv::Mat flipped;
-  cv::flip(picture, flipped, 1);
-  return flipped;
-}
-
 TEST(ResizeMirrorsExactly, IsRightWhereItSaysSo) {
   cv::RNG random(2);
   int exact = 0;
@@ -65,8 +59,8 @@ TEST(ResizeMirrorsExactly, IsRightWhereItSaysSo) {
   EXPECT_GT(exact, 1000);
 }
 
-// There, the fraction of one pixel is computed as just above and that of its mirror image as just
-// below the middle between two weights.
+// From 391 to 256, the fraction of some pixel comes out just above the middle of two steps of
+// 1/256, and that of its mirror image just below.
 TEST(ResizeMirrorsExactly, SaysNoWhereTheRoundingIsLopsided) {
   EXPECT_TRUE(resize_mirrors_exactly(960, 960));
   EXPECT_TRUE(resize_mirrors_exactly(960, 480));

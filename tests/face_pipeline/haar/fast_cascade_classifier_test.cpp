@@ -42,7 +42,7 @@ Classifiers& classifiers(const std::string& name) {
   return all;
 }
 
-// In the same order, too, which is that of OpenCV on one thread. Gives the number of boxes.
+// In the same order, too, which is that of OpenCV on one thread. Returns the number of boxes.
 std::size_t expect_same(const std::string& name, const cv::Mat& picture,
                         const DetectionSettings& settings) {
   Classifiers& all = classifiers(name);
@@ -56,9 +56,6 @@ std::size_t expect_same(const std::string& name, const cv::Mat& picture,
   }
   return expected.size();
 }
-
-// The head alone: a smaller picture is searched faster.
-cv::Mat portrait() { return photograph()(cv::Rect(130, 20, 180, 180)); }
 
 const char* const kFaceCascades[] = {"frontalface_default", "profileface"};
 
@@ -85,7 +82,7 @@ TEST(FastCascade, FindsTheSameInPicturesOfAllKindsAndSizes) {
   EXPECT_GT(hits, 20U);
 }
 
-// In every second row and column, sizes around the window's and around vectors of windows matter.
+// Corner cases are sizes around that of the window and widths around a whole number of vectors.
 TEST(FastCascade, FindsTheSameInPicturesJustLargerThanTheWindow) {
   cv::RNG random(21);
   const cv::Mat face = photograph()(photographed_face());
@@ -115,7 +112,7 @@ TEST(FastCascade, FindsTheSameWithEveryStockCascadeItCovers) {
   }
 }
 
-// More windows than bits in a word, of which the first stage makes OpenCV skip some.
+// A row has more windows than a word has bits, and OpenCV's skipping of windows crosses the words.
 TEST(FastCascade, FindsTheSameInWidePictures) {
   cv::RNG random(24);
   for (int round = 0; round < 6; ++round) {
@@ -135,7 +132,7 @@ TEST(FastCascade, FindsTheSameInWidePictures) {
   }
 }
 
-// What was prepared for one width is kept for a while.
+// Plans for several widths are cached, and thrown away when there are too many.
 TEST(FastCascade, FindsTheSameAfterPicturesOfManyWidths) {
   cv::RNG random(26);
   DetectionSettings settings;
@@ -157,7 +154,8 @@ TEST(FastCascade, FindsTheSameAtThresholds) {
     const cv::Mat picture =
         round % 2 == 0 ? clouds({300, 60}, random) : noise({60, 40}, 100, 101, random);
     const cv::Size window(random.uniform(12, 25), random.uniform(12, 25));
-    const int most_stumps = round % 3 == 0 ? 100 : 6;  // the more, the closer the calls
+    const int most_stumps =
+        round % 3 == 0 ? 100 : 6;  // more stumps make sums closer to the threshold
     write_cascade(file, cascade_for(picture, window, most_stumps, random));
     cv::CascadeClassifier original(file);
     DetectionSettings settings;
@@ -212,14 +210,12 @@ TEST(FastCascade, FindsMirroredWhatItFindsInTheMirrorImage) {
   for (int round = 0; round < 40; ++round) {
     const cv::Size size(random.uniform(20, 200), random.uniform(20, 160));
     const cv::Mat picture = face_before_clouds(size, random);
-    cv::Mat mirror_image;
-    cv::flip(picture, mirror_image, 1);
     Classifiers& all = classifiers(kFaceCascades[round % 2]);
     DetectionSettings settings = random_settings(size, random);
     settings.min_neighbors = round % 4;
     if (!fast_cascade(all.fast[0])->can_mirror(size, settings)) continue;
     ++mirrored_at_once;
-    const Boxes expected = detected_on_threads(1, all.original, mirror_image, settings);
+    const Boxes expected = detected_on_threads(1, all.original, mirror_image(picture), settings);
     for (cv::CascadeClassifier& classifier : all.fast) {
       ImagePyramid pyramid;
       pyramid.set_picture(picture);
@@ -232,7 +228,7 @@ TEST(FastCascade, FindsMirroredWhatItFindsInTheMirrorImage) {
   EXPECT_GT(hits, 20U);
 }
 
-// A picture in memory that held another one before.
+// The picture changes between two calls, but not its place in memory.
 TEST(FastCascade, LooksAtThePixelsOfEachCall) {
   cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
   cv::Mat picture = portrait().clone();
@@ -260,7 +256,7 @@ TEST(FastCascade, LeavesOtherCallsToOpenCv) {
   EXPECT_THROW(detected(fast, deep, settings), cv::Exception);
 }
 
-// OpenCV's classifier returns early then and forgets to empty the list.
+// OpenCV's classifier returns early and leaves the caller's old boxes in the list.
 TEST(FastCascade, LeavesPicturesSmallerThanTheWindowToOpenCv) {
   cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
   cv::CascadeClassifier& original = classifiers("frontalface_default").original;
@@ -327,7 +323,7 @@ TEST(LoadFastCascade, SaysNoToFilesThatCannotBeOpened) {
   EXPECT_TRUE(classifier.empty());
 }
 
-// OpenCV's answer to a file, or that it throws.
+// What comes of loading a file, in words.
 std::string answer(bool (*load)(cv::CascadeClassifier&, const std::string&),
                    const std::string& file) {
   cv::CascadeClassifier classifier;

@@ -56,7 +56,7 @@ TEST(ImagePyramid, SumsUpThePictureAtEveryScale) {
   }
 }
 
-// The sums of squares of a bright picture of this size exceed 32 bits.
+// In a bright picture of this size, sums of squares need more than 32 bits.
 TEST(ImagePyramid, LetsSumsOfSquaresWrapAround) {
   const cv::Mat picture(300, 400, CV_8U, cv::Scalar(250));
   ImagePyramid pyramid;

@@ -1,4 +1,5 @@
-// Cascades made for a picture, with many windows exactly at a threshold.
+// Random cascades whose thresholds are values of a picture's windows, so that these windows lie
+// exactly at a threshold.
 #pragma once
 
 #include <cmath>
@@ -42,13 +43,13 @@ inline double sum_of(const CascadeStage& stage, const StumpCascade& cascade,
   return sum;
 }
 
-// ---- Cascades at random.
+// ---- Random cascades.
 
 inline WeightedRect weighted(int x, int y, int width, int height, int weight) {
   return {cv::Rect(x, y, width, height), weight};
 }
 
-// Of all shapes and of none, small and as large as the window.
+// Of every shape that has a short form and of others, small ones and one as large as the window.
 inline RectFeature random_feature(const cv::Size& window, cv::RNG& random) {
   const int w = random.uniform(1, window.width / 3 + 1);
   const int h = random.uniform(1, window.height / 3 + 1);
@@ -103,7 +104,7 @@ inline StumpCascade cascade_for(const cv::Mat& picture, const cv::Size& window, 
   return cascade;
 }
 
-// ---- As a file. OpenCV lowers each stage's threshold by 1e-5 on loading.
+// ---- Writing them. OpenCV lowers each stage's threshold by 1e-5 when it loads a file.
 
 inline void write_stump(cv::FileStorage& file, const Stump& stump) {
   file << "{"

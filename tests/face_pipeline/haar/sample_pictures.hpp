@@ -1,4 +1,4 @@
-// Grey pictures of many kinds to search.
+// Grey pictures of many kinds, to be searched.
 #pragma once
 
 #include <algorithm>
@@ -10,13 +10,23 @@
 
 namespace halcyra::haar {
 
+// The photograph's head alone, 180 x 180: a smaller picture is searched faster.
+inline cv::Mat portrait() { return photograph()(cv::Rect(130, 20, 180, 180)); }
+
+inline cv::Mat mirror_image(const cv::Mat& picture) {
+  cv::Mat flipped;
+  cv::flip(picture, flipped, 1);
+  return flipped;
+}
+
+// Levels from `least` to `most`.
 inline cv::Mat noise(const cv::Size& size, int least, int most, cv::RNG& random) {
   cv::Mat picture(size, CV_8U);
   random.fill(picture, cv::RNG::UNIFORM, least, most + 1);
   return picture;
 }
 
-// Noise of coarse grain, which has shapes of all sizes.
+// Smoothed coarse noise, which has shapes of all sizes.
 inline cv::Mat clouds(const cv::Size& size, cv::RNG& random) {
   cv::Mat picture;
   cv::resize(noise({size.width / 9 + 2, size.height / 9 + 2}, 0, 255, random), picture, size, 0, 0,
@@ -45,7 +55,7 @@ inline cv::Mat checkerboard(const cv::Size& size, int cell) {
   return picture;
 }
 
-// The photographed face, resized and turned at random, before clouds.
+// The photographed face, randomly resized and rotated, in front of clouds.
 inline cv::Mat face_before_clouds(const cv::Size& size, cv::RNG& random) {
   cv::Mat picture = clouds(size, random);
   const cv::Mat face = photograph()(photographed_face() + cv::Size(20, 20));
@@ -80,7 +90,7 @@ inline cv::Mat of_random_kind(const cv::Size& size, cv::RNG& random) {
   }
 }
 
-// The same pixels as part of a larger picture, so that rows do not follow each other in memory.
+// The same pixels as a part of a larger picture, so that the rows are not contiguous in memory.
 inline cv::Mat as_part_of_larger(const cv::Mat& picture, cv::RNG& random) {
   cv::Mat larger = noise(picture.size() + cv::Size(13, 9), 0, 255, random);
   cv::Mat part = larger(cv::Rect(cv::Point(7, 5), picture.size()));

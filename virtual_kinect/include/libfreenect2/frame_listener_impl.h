@@ -19,9 +19,9 @@ class SyncMultiFrameListener : public FrameListener {
   // True when a set is complete and the set handed out before it was released.
   bool hasNewFrame() const;
 
-  // Waits for a set and hands it out. The caller owns its frames until release, and no other set is
-  // handed out before that. False when `milliseconds` passed without a set; where config.h does not
-  // define LIBFREENECT2_THREADING_STDLIB the timeout is ignored.
+  // Waits for a set and hands it out. The caller owns its frames until release; no other set is
+  // handed out before that. False when `milliseconds` pass without a set. Where config.h does not
+  // define LIBFREENECT2_THREADING_STDLIB, the timeout is ignored.
   bool waitForNewFrame(FrameMap& frame, int milliseconds);
   void waitForNewFrame(FrameMap& frame);
 

@@ -1,10 +1,10 @@
+#include "virtual_kinect/room_source.hpp"
+
 #include <cstdint>
 #include <thread>
 
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
-
-#include "virtual_kinect/room_source.hpp"
 
 namespace halcyra::virtual_kinect {
 namespace {
@@ -28,8 +28,8 @@ bool same(const cv::Mat& a, const cv::Mat& b) {
          cv::norm(a.reshape(1), b.reshape(1), cv::NORM_INF) == 0.0;
 }
 
-// Rendering a room takes a while, so the tests share one.
-class RoomTest : public testing::Test {
+// Making a room takes a while, so the tests share one.
+class RoomSourceTest : public testing::Test {
  protected:
   static void SetUpTestSuite() { source_ = new FrameSource(open_room()); }
   static void TearDownTestSuite() { delete source_; }
@@ -37,14 +37,14 @@ class RoomTest : public testing::Test {
   static FrameSource* source_;
 };
 
-FrameSource* RoomTest::source_ = nullptr;
+FrameSource* RoomSourceTest::source_ = nullptr;
 
-TEST_F(RoomTest, DeliversAllStreamsWithoutEnd) {
+TEST_F(RoomSourceTest, DeliversAllStreamsWithoutEnd) {
   EXPECT_EQ(source_->streams.size(), 3U);
   EXPECT_FALSE(source_->set_count);
 }
 
-TEST_F(RoomTest, HasTheSensorsSizesAndFormats) {
+TEST_F(RoomSourceTest, HasTheSensorsSizesAndFormats) {
   const StreamImage color = source_->image(Frame::Color, 3);
   EXPECT_EQ(color.size, cv::Size(1920, 1080));
   EXPECT_EQ(color.pixels.type(), CV_8UC4);
@@ -57,7 +57,7 @@ TEST_F(RoomTest, HasTheSensorsSizesAndFormats) {
   }
 }
 
-TEST_F(RoomTest, GivesASetTheSamePixelsWhateverWasAskedBefore) {
+TEST_F(RoomSourceTest, GivesASetTheSamePixelsWhateverWasAskedBefore) {
   const FrameSource again = open_room();
   for (const std::uint64_t set : kDifferentSets) {
     for (const Frame::Type stream : {Frame::Depth, Frame::Color, Frame::Ir}) {
@@ -69,7 +69,7 @@ TEST_F(RoomTest, GivesASetTheSamePixelsWhateverWasAskedBefore) {
 }
 
 // A device that is opened twice asks from two threads, one after the other.
-TEST_F(RoomTest, GivesASetTheSamePixelsOnEveryThread) {
+TEST_F(RoomSourceTest, GivesASetTheSamePixelsOnEveryThread) {
   for (const std::uint64_t set : kDifferentSets) {
     for (const Frame::Type stream : {Frame::Color, Frame::Ir, Frame::Depth}) {
       const cv::Mat here = pixels(*source_, stream, set).clone();
@@ -80,26 +80,26 @@ TEST_F(RoomTest, GivesASetTheSamePixelsOnEveryThread) {
   }
 }
 
-TEST_F(RoomTest, StartsAgainAfterAMinuteWithOtherNoise) {
+TEST_F(RoomSourceTest, StartsAgainAfterAMinuteWithOtherNoise) {
   const cv::Mat first = pixels(*source_, Frame::Color, kOwnerAlone).clone();
   const cv::Mat later = pixels(*source_, Frame::Color, kOwnerAlone + 60 * 30);
   EXPECT_FALSE(same(first, later));
   EXPECT_LT(cv::norm(first, later, cv::NORM_L1) / static_cast<double>(4 * first.total()), 2.0);
 }
 
-TEST_F(RoomTest, DependsOnItsSeed) {
+TEST_F(RoomSourceTest, DependsOnItsSeed) {
   const FrameSource other = open_room(7);
   EXPECT_FALSE(same(pixels(*source_, Frame::Color, 0), pixels(other, Frame::Color, 0)));
 }
 
-TEST_F(RoomTest, MeasuresDepthWithinTheSensorsRange) {
+TEST_F(RoomSourceTest, MeasuresDepthWithinTheSensorsRange) {
   const cv::Mat depth = pixels(*source_, Frame::Depth, kOwnerAlone);
   const cv::Mat out_of_range = (depth != 0) & ((depth < 500) | (depth > 4500));
   EXPECT_EQ(cv::countNonZero(out_of_range), 0);
   EXPECT_GT(cv::countNonZero(depth), static_cast<int>(depth.total() / 2));
 }
 
-TEST_F(RoomTest, LeavesTheOutermostColumnsDark) {
+TEST_F(RoomSourceTest, LeavesTheOutermostColumnsDark) {
   for (const Frame::Type stream : {Frame::Ir, Frame::Depth}) {
     const cv::Mat image = pixels(*source_, stream, kOwnerAlone);
     EXPECT_EQ(cv::countNonZero(image.col(0)), 0);
@@ -107,7 +107,7 @@ TEST_F(RoomTest, LeavesTheOutermostColumnsDark) {
   }
 }
 
-TEST_F(RoomTest, ShowsAPersonNearerAndBrighterInInfraredThanTheRoomBehind) {
+TEST_F(RoomSourceTest, ShowsAPersonNearerAndBrighterInInfraredThanTheRoomBehind) {
   const cv::Mat nearer = (pixels(*source_, Frame::Depth, kOwnerAlone) + 500 <
                           pixels(*source_, Frame::Depth, kEmptyRoom)) &
                          (pixels(*source_, Frame::Depth, kOwnerAlone) > 0);

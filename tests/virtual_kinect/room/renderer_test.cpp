@@ -1,4 +1,6 @@
 // Whether the three pictures of a set show the same room.
+#include "virtual_kinect/room/renderer.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -9,9 +11,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include "virtual_kinect/room/pinhole.hpp"
-#include "virtual_kinect/room/renderer.hpp"
 #include "virtual_kinect/room/story.hpp"
-#include "virtual_kinect/room_source.hpp"
 
 namespace halcyra::virtual_kinect::room {
 namespace {
@@ -25,21 +25,21 @@ constexpr std::uint64_t kPeople[] = {kOwnerAlone, 18 * kSetsPerSecond, kGuestNea
                                      kGuestFar,   36 * kSetsPerSecond, kThreePeople};
 
 constexpr float kHeadRadius = 125.0F;  // from between the ears to the tip of the nose
-constexpr float kNoise = 20.0F;        // four deviations at 2.5 m
-constexpr float kPersonStep = 120.0F;  // so much nearer than the room behind is a person
+constexpr float kNoise = 20.0F;        // three deviations at 2.5 m
+constexpr float kPersonStep = 120.0F;  // a person is at least this much nearer than the room behind
 constexpr int kColorStep = 10;         // grey levels; noise alone stays below it
 
-class RoomGeometryTest : public testing::Test {
+class RendererTest : public testing::Test {
  protected:
   static void SetUpTestSuite() { renderer_ = new Renderer(kUsualSeed); }
   static void TearDownTestSuite() { delete renderer_; }
 
   static cv::Mat color(std::uint64_t set) { return renderer_->render_color(moment_at(set), set); }
   static cv::Mat depth(std::uint64_t set) {
-    return renderer_->render_depth(moment_at(set), set).depth;
+    return renderer_->render_infrared_and_depth(moment_at(set), set).depth;
   }
   static cv::Mat infrared(std::uint64_t set) {
-    return renderer_->render_depth(moment_at(set), set).infrared;
+    return renderer_->render_infrared_and_depth(moment_at(set), set).infrared;
   }
 
   // Where a set's depth is nearer than the empty room's.
@@ -48,7 +48,7 @@ class RoomGeometryTest : public testing::Test {
     return (measured > 0) & (measured + kPersonStep < depth(kEmptyRoom));
   }
 
-  // Where a set's colours differ from the empty room's. Shade falls only on the floor, which is
+  // Where a set's colours differ from the empty room's. Shadows fall only on the floor, which is
   // left out.
   static cv::Mat people_in_color(std::uint64_t set) {
     cv::Mat difference;
@@ -61,13 +61,13 @@ class RoomGeometryTest : public testing::Test {
     return people;
   }
 
-  // The picture's first row that shows floor: below the back wall.
+  // The first row of the colour picture that shows the floor.
   static constexpr int kFirstFloorRow = 880;
 
   static Renderer* renderer_;
 };
 
-Renderer* RoomGeometryTest::renderer_ = nullptr;
+Renderer* RendererTest::renderer_ = nullptr;
 
 cv::Point place(const Pinhole& camera, const Vec3& point) {
   return {static_cast<int>(camera.column(point)), static_cast<int>(camera.row(point))};
@@ -83,7 +83,7 @@ bool is_inside(const cv::Mat& picture, const cv::Point& pixel) {
   return cv::Rect({}, picture.size()).contains(pixel);
 }
 
-// The share of `mask`'s pixels that are set in `other`, too, of those that `other` sees.
+// Of the pixels of `mask` that the other camera sees, the share that is set in `other` too.
 double share_seen(const cv::Mat& mask, const Pinhole& camera, const cv::Mat& other,
                   const Pinhole& other_camera, int first_row_of_color) {
   std::vector<cv::Point> pixels;
@@ -102,7 +102,7 @@ double share_seen(const cv::Mat& mask, const Pinhole& camera, const cv::Mat& oth
   return static_cast<double>(seen) / compared;
 }
 
-// What the infrared camera adds to dark and light alike.
+// The infrared light in an area, without what the camera adds everywhere.
 double light_in(const cv::Mat& infrared, const cv::Rect& area) {
   return cv::mean(infrared(area))[0] - 18.0;
 }
@@ -111,7 +111,7 @@ cv::Rect around(const cv::Point& middle, int reach) {
   return {middle.x - reach, middle.y - reach, 2 * reach + 1, 2 * reach + 1};
 }
 
-TEST_F(RoomGeometryTest, MeasuresHeadsWhereTheStoryPutsThem) {
+TEST_F(RendererTest, MeasuresHeadsWhereTheStoryPutsThem) {
   for (const std::uint64_t set : kPeople) {
     const cv::Mat measured = depth(set);
     for (const Presence& presence : moment_at(set).people) {
@@ -125,8 +125,8 @@ TEST_F(RoomGeometryTest, MeasuresHeadsWhereTheStoryPutsThem) {
   }
 }
 
-// Somebody may wear the colour of what is behind, so that a little is missing.
-TEST_F(RoomGeometryTest, ShowsInColorWhomDepthMeasures) {
+// People may wear the colour of what is behind them, so a few pixels may be missing.
+TEST_F(RendererTest, ShowsInColorWhomDepthMeasures) {
   for (const std::uint64_t set : kPeople) {
     EXPECT_GT(share_seen(people_in_depth(set), kDepthCamera, people_in_color(set), kColorCamera,
                          kFirstFloorRow),
@@ -135,8 +135,8 @@ TEST_F(RoomGeometryTest, ShowsInColorWhomDepthMeasures) {
   }
 }
 
-// The depth's outlines are without measurement, which costs a pixel all around.
-TEST_F(RoomGeometryTest, MeasuresInDepthWhomColorShows) {
+// Depth is not measured at outlines, which costs a pixel all around.
+TEST_F(RendererTest, MeasuresInDepthWhomColorShows) {
   for (const std::uint64_t set : kPeople) {
     cv::Mat people;
     cv::dilate(people_in_depth(set), people, cv::Mat::ones(5, 5, CV_8U));
@@ -146,7 +146,7 @@ TEST_F(RoomGeometryTest, MeasuresInDepthWhomColorShows) {
   }
 }
 
-TEST_F(RoomGeometryTest, GetsLessInfraredBackFromFartherAway) {
+TEST_F(RendererTest, GetsLessInfraredBackFromFartherAway) {
   const auto chest = [](std::uint64_t set) {
     const Presence guest = moment_at(set).people.front();
     const Vec3 head = head_position(look_of(guest.person).body, guest.posture);
@@ -160,8 +160,8 @@ TEST_F(RoomGeometryTest, GetsLessInfraredBackFromFartherAway) {
   EXPECT_NEAR(near_light / far_light, falloff, 0.25 * falloff);
 }
 
-// Two places of the back wall, one above the bookshelf, one in the corner of the room.
-TEST_F(RoomGeometryTest, GetsLessInfraredFromTheEdgeOfThePicture) {
+// Compares two places of the back wall, one above the bookshelf and one in the corner of the room.
+TEST_F(RendererTest, GetsLessInfraredFromTheEdgeOfThePicture) {
   const cv::Mat empty = infrared(kEmptyRoom);
   const double middle = light_in(empty, around(place(kDepthCamera, {0, -900, 4000}), 6));
   const double edge = light_in(empty, around(place(kDepthCamera, {2500, -900, 4000}), 6));
@@ -169,7 +169,7 @@ TEST_F(RoomGeometryTest, GetsLessInfraredFromTheEdgeOfThePicture) {
   EXPECT_GT(edge, 0.3 * middle);
 }
 
-TEST_F(RoomGeometryTest, MeasuresNothingAtOutlines) {
+TEST_F(RendererTest, MeasuresNothingAtOutlines) {
   const cv::Mat empty = depth(kEmptyRoom);
   for (const std::uint64_t set : kPeople) {
     const cv::Mat people = people_in_depth(set);
@@ -180,7 +180,7 @@ TEST_F(RoomGeometryTest, MeasuresNothingAtOutlines) {
   }
 }
 
-TEST_F(RoomGeometryTest, MeasuresWithinTheSensorsRange) {
+TEST_F(RendererTest, MeasuresWithinTheSensorsRange) {
   for (const std::uint64_t set : kPeople) {
     const cv::Mat measured = depth(set);
     const cv::Mat wrong = (measured != 0) & ((measured < 500) | (measured > 4500));

@@ -1,4 +1,4 @@
-#include "tests/virtual_kinect/watched_story.hpp"
+#include "tests/virtual_kinect/room/watched_story.hpp"
 
 #include <algorithm>
 #include <chrono>
@@ -19,7 +19,7 @@ namespace {
 
 namespace room = virtual_kinect::room;
 
-// Millimetres from the middle of a head within which the middle of its face is found.
+// How far the middle of a face box may be from the middle of the head, in millimetres.
 constexpr float kHeadReach = 130.0F;
 
 room::Vec3 head_of(const room::Presence& presence) {
@@ -32,7 +32,7 @@ bool is_in_view(const room::Presence& presence) {
   return column >= 0.0F && column < static_cast<float>(room::kColorCamera.width);
 }
 
-// The person whose head the middle of a box lies on; of several the nearest, who hides the others.
+// The person whose head is at the middle of a box; of several the nearest, who hides the others.
 std::optional<room::Person> person_at(const cv::Rect& box, const room::Moment& moment) {
   const float x = static_cast<float>(box.x) + 0.5F * static_cast<float>(box.width);
   const float y = static_cast<float>(box.y) + 0.5F * static_cast<float>(box.height);
@@ -60,7 +60,8 @@ std::chrono::duration<double> seconds(std::uint64_t sets) {
                                        static_cast<double>(room::kSetsPerSecond));
 }
 
-// The scene of one turn as the sensor would deliver it. Nobody asks for infrared and depth here.
+// Feeds one turn's colour picture to the program. Infrared and depth are blank, as no test looks at
+// them.
 void show(ControlCenter& center, const cv::Mat& color) {
   static const cv::Mat kBlank = cv::Mat::zeros(1, 1, CV_32FC1);
   feed_set(center.kinect, color, kBlank, kBlank);
@@ -76,8 +77,8 @@ StoryTurn take_turn(ControlCenter& center, const room::Moment& moment) {
   return turn;
 }
 
-// The story's own clock, which stands still between the turns. An hour in, so that nothing takes
-// its first reading for "never".
+// The story's own clock, which stands still between the turns. It begins at one hour, so that
+// nothing takes its first reading for "never".
 std::chrono::steady_clock::time_point g_story_time{std::chrono::hours(1)};
 
 std::chrono::steady_clock::time_point story_time() { return g_story_time; }

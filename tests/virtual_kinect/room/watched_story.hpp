@@ -15,12 +15,12 @@ namespace halcyra {
 
 struct SeenFace {
   FaceInfo face;
-  std::optional<virtual_kinect::room::Person> whose;  // nothing: there is nobody
+  std::optional<virtual_kinect::room::Person> whose;  // nothing where nobody is
 };
 
 struct StoryTurn {
   double time = 0.0;              // seconds of the story
-  std::size_t heads_in_view = 0;  // whose middle the colour picture shows
+  std::size_t heads_in_view = 0;  // those whose middle the colour picture shows
   std::vector<SeenFace> faces;
   RoomAwareness room;
 };

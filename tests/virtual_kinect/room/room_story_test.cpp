@@ -12,19 +12,19 @@
 
 #include "app/run_state/options.hpp"
 #include "tests/support/temporary_folder.hpp"
-#include "tests/virtual_kinect/watched_story.hpp"
+#include "tests/virtual_kinect/room/watched_story.hpp"
 
 namespace halcyra {
 namespace {
 
 using virtual_kinect::room::Person;
 
-// Five turns a second: nobody in the story does anything that is over sooner.
+// Five turns a second are enough: nothing in the story is over sooner.
 constexpr std::uint64_t kStep = 6;
 // The share of turns in which the cascades may see a face in folds, hands or furniture, as they do
 // in any living room.
 constexpr double kFewFalseHits = 0.03;
-constexpr double kDwellSeconds = 1.25;  // a view mode is shown once it was wanted for so long
+constexpr double kDwellSeconds = 1.25;  // how long a view mode must be wanted before it is shown
 
 // Everybody who watches the story sees the same, so it is watched once.
 class RoomStoryTest : public testing::Test {
