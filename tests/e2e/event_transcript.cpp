@@ -7,9 +7,9 @@
 #include <opencv2/imgproc.hpp>
 
 #include "dashboard/dashboard_geometry.hpp"
-#include "dashboard/event_panel.hpp"
 #include "dashboard/font_scale.hpp"
 #include "dashboard/panel_drawing.hpp"
+#include "dashboard/side_panels.hpp"
 #include "tests/support/same_pixels.hpp"
 
 namespace halcyra {
