@@ -73,10 +73,11 @@ std::function<void()> on_one_thread(std::function<void()> work) {
 void add_instruction_set_rows(const cv::Mat& grey, const std::string& scene) {
   const std::vector<haar::InstructionSet> sets = haar::available_instruction_sets();
   for (std::size_t i = 1; i < sets.size(); ++i) {
-    const std::string& name = kInstructionNames.at(sets[i]);
-    const std::string& before = kInstructionNames.at(sets[i - 1]);
-    add_row("detect_multi, " + name + " instead of " + before, scene,
-            on_one_thread(detection_on(sets[i], grey, Options{})),
+    std::string stage = "detect_multi, ";
+    stage += kInstructionNames.at(sets[i]);
+    stage += " instead of ";
+    stage += kInstructionNames.at(sets[i - 1]);
+    add_row(stage, scene, on_one_thread(detection_on(sets[i], grey, Options{})),
             on_one_thread(detection_on(sets[i - 1], grey, Options{})), Clock::kProcessor);
   }
 }

@@ -21,6 +21,7 @@ const cv::Size kProbeSize(160, 160);
 // answers, and the distance decides.
 cv::Ptr<cv::face::LBPHFaceRecognizer> train_model(const std::vector<TrainingSample>& samples) {
   std::vector<cv::Mat> images;
+  images.reserve(samples.size());
   for (const TrainingSample& sample : samples) images.push_back(sample.image);
   const std::vector<int> labels(samples.size(), kOwnerClass);
   auto model = cv::face::LBPHFaceRecognizer::create(1, 8, 8, 8, DBL_MAX);

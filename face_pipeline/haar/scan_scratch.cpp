@@ -13,7 +13,8 @@ Value* grown_to(std::vector<Value>& values, std::size_t count) {
 }
 
 std::size_t rounded_up(std::int32_t value, std::int32_t unit) {
-  return static_cast<std::size_t>((value + unit - 1) / unit * unit);
+  const auto size = static_cast<std::size_t>(unit);
+  return (static_cast<std::size_t>(value) + size - 1) / size * size;
 }
 
 }  // namespace

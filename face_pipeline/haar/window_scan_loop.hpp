@@ -87,7 +87,7 @@ class WindowScanLoop {
   template <class Windows>
   static auto inverse_checks(const Windows& at, const std::int32_t* o) {
     const auto value = checks(at, o);
-    return value - value - value;
+    return value - (value + value);
   }
 
   template <class Windows>

@@ -18,7 +18,7 @@ ColorCanvas draw_color(const std::vector<Surface>& surfaces, const LightLevels& 
   const Pinhole camera{kColorCamera.width * times, kColorCamera.height * times,
                        kColorCamera.focal * static_cast<float>(times)};
   const cv::Size size(camera.width, camera.height);
-  const ColorCanvas canvas{camera, cv::Mat::zeros(size, CV_8UC4), cv::Mat::zeros(size, CV_32F)};
+  ColorCanvas canvas{camera, cv::Mat::zeros(size, CV_8UC4), cv::Mat::zeros(size, CV_32F)};
   for (auto surface = surfaces.rbegin(); surface != surfaces.rend(); ++surface) {
     draw(canvas, *surface, Pose{}, levels, 0.0F);
   }

@@ -64,34 +64,34 @@ Clock::time_point Clock::now() noexcept {
 
 namespace cv {
 
-void namedWindow(const String& title, int flags) {
-  record(std::ostringstream() << "namedWindow " << title << " " << flags);
+void namedWindow(const String& winname, int flags) {
+  record(std::ostringstream() << "namedWindow " << winname << " " << flags);
 }
 
-void resizeWindow(const String& title, int width, int height) {
-  record(std::ostringstream() << "resizeWindow " << title << " " << width << "x" << height);
+void resizeWindow(const String& winname, int width, int height) {
+  record(std::ostringstream() << "resizeWindow " << winname << " " << width << "x" << height);
 }
 
-void setWindowProperty(const String& title, int property, double value) {
-  record(std::ostringstream() << "setWindowProperty " << title << " " << property << " " << value);
+void setWindowProperty(const String& winname, int prop_id, double prop_value) {
+  record(std::ostringstream() << "setWindowProperty " << winname << " " << prop_id << " "
+                              << prop_value);
   int seconds = 0;
   std::ifstream(script("opening_seconds")) >> seconds;
   g_clock_offset += std::chrono::seconds(seconds);
 }
 
-Rect getWindowImageRect(const String& title) {
+Rect getWindowImageRect(const String& winname) {
   static std::ifstream sizes(script("sizes"));
   static Size size;
   Size next;
   if (sizes >> next.width >> next.height) size = next;
-  record(std::ostringstream() << "getWindowImageRect " << title);
+  record(std::ostringstream() << "getWindowImageRect " << winname);
   return {Point(), size};
 }
 
-void imshow(const String& title, InputArray picture) {
+void imshow(const String& winname, InputArray mat) {
   g_threads_while_shown = running_threads();
-  record(std::ostringstream() << "imshow " << title << " " << picture.cols() << "x"
-                              << picture.rows());
+  record(std::ostringstream() << "imshow " << winname << " " << mat.cols() << "x" << mat.rows());
 }
 
 int waitKey(int delay) {

@@ -15,7 +15,8 @@ namespace {
 
 std::size_t place(const PyramidLayer& layer, const PlaneLayout& layout, int x, int y) {
   const int column = layer.step == 1 ? x : x % 2 * layout.odd_start + x / 2;
-  return static_cast<std::size_t>(y * layout.pitch + column);
+  const auto row = static_cast<std::size_t>(y);
+  return row * static_cast<std::size_t>(layout.pitch) + static_cast<std::size_t>(column);
 }
 
 void expect_layer_of(const cv::Mat& picture, const PyramidLayer& layer, const PlaneLayout& layout) {
