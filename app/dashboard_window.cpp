@@ -3,7 +3,9 @@
 #include <cstdlib>
 #include <string>
 
+#include <opencv2/core/version.hpp>
 #include <opencv2/highgui.hpp>
+#include <opencv2/imgproc.hpp>
 
 #include "app/run_state/window_limits.hpp"
 
@@ -11,6 +13,20 @@ namespace halcyra {
 namespace {
 
 const std::string kTitle = "Halcyra Control Center";
+
+// Newer versions lay a picture out in the middle of the window, never larger than it is, and report
+// that place as the window's. Enlarged twice the canvas claims the whole window even after that has
+// grown, and the window, which shrinks it again by taking every second pixel, shows its very
+// pixels.
+constexpr bool kPictureBoundsWindow = CV_VERSION_MAJOR > 4 || CV_VERSION_MINOR > 6;
+constexpr int kWindowedEnlargement = 2;
+
+// How many times as large as the canvas the picture has to be to fill the screen.
+int fullscreen_enlargement(cv::Size canvas, cv::Size screen) {
+  int times = kWindowedEnlargement;
+  while (times * canvas.width < screen.width || times * canvas.height < screen.height) ++times;
+  return times;
+}
 
 }  // namespace
 
@@ -44,7 +60,15 @@ Options with_live_size(const Options& options) {
   return live;
 }
 
-void show_canvas(const cv::Mat& canvas) { cv::imshow(kTitle, canvas); }
+void show_canvas(const cv::Mat& canvas, const Options& options, const DisplayInfo& display) {
+  if (!kPictureBoundsWindow) return cv::imshow(kTitle, canvas);
+  const int times = options.fullscreen
+                        ? fullscreen_enlargement(canvas.size(), {display.width, display.height})
+                        : kWindowedEnlargement;
+  cv::Mat enlarged;
+  cv::resize(canvas, enlarged, {}, times, times, cv::INTER_NEAREST);
+  cv::imshow(kTitle, enlarged);
+}
 
 int wait_for_key(const Options& options) { return cv::waitKey(options.smoke ? 1 : 30); }
 

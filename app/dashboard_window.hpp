@@ -4,6 +4,7 @@
 #include <opencv2/core/mat.hpp>
 
 #include "app/run_state/options.hpp"
+#include "probes/display_info.hpp"
 
 namespace halcyra {
 
@@ -23,8 +24,8 @@ void open_window(const Options& options);
 // live window, unless that is smaller than 800 x 480 or `options` ask for full screen.
 Options with_live_size(const Options& options);
 
-// Shows the canvas. Opens the window again if it was closed.
-void show_canvas(const cv::Mat& canvas);
+// Shows the canvas, which fills the window. Opens the window again if it was closed.
+void show_canvas(const cv::Mat& canvas, const Options& options, const DisplayInfo& display);
 
 // Waits up to 30 ms for a key, 1 ms in a smoke run. Returns its code, or -1 without a key.
 int wait_for_key(const Options& options);

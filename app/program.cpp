@@ -52,7 +52,7 @@ void start_up(ControlCenter& center) {
 bool run_turn(ControlCenter& center) {
   const std::vector<FaceInfo> faces = observe_room(center);
   render_dashboard(center, faces, with_live_size(center.options));
-  show_canvas(center.canvas);
+  show_canvas(center.canvas, center.options, center.display);
   return finish_turn(center, wait_for_key(center.options));
 }
 

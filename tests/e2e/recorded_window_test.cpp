@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <gtest/gtest.h>
+#include <opencv2/core/version.hpp>
 
 #include "tests/e2e/exit_summary_line.hpp"
 #include "tests/e2e/sensor_run.hpp"
@@ -15,6 +16,14 @@ using Calls = std::vector<std::string>;
 using Summary = std::map<std::string, std::string>;
 
 const std::string kTitle = "Halcyra Control Center";
+
+// With OpenCV from 4.7 on, the canvas is handed over enlarged, or it would not fill the window.
+constexpr int kEnlargement = CV_VERSION_MAJOR == 4 && CV_VERSION_MINOR <= 6 ? 1 : 2;
+
+std::string imshow_call(int width, int height) {
+  return "imshow " + kTitle + " " + std::to_string(kEnlargement * width) + "x" +
+         std::to_string(kEnlargement * height);
+}
 
 class RecordedWindow : public SensorRun {
  protected:
@@ -50,12 +59,6 @@ class RecordedWindow : public SensorRun {
     return matching;
   }
 
-  Calls shown(const std::vector<std::string>& sizes) const {
-    Calls calls;
-    for (const std::string& size : sizes) calls.push_back("imshow " + kTitle + " " + size);
-    return calls;
-  }
-
   std::filesystem::path folder() const { return stage_.folder() / "window"; }
 
   std::string output_;
@@ -70,10 +73,10 @@ TEST_F(RecordedWindow, IsOpenedMeasuredShownAskedForAKeyAndClosed) {
                           "resizeWindow " + kTitle + " 1440x810",
                           "setWindowProperty " + kTitle + " " + fullscreen_off,
                           "getWindowImageRect " + kTitle,
-                          "imshow " + kTitle + " 1000x600",
+                          imshow_call(1000, 600),
                           "waitKey 30",
                           "getWindowImageRect " + kTitle,
-                          "imshow " + kTitle + " 1000x600",
+                          imshow_call(1000, 600),
                           "waitKey 30",
                           "destroyAllWindows"};
   EXPECT_EQ(calls(), expected);
@@ -84,7 +87,8 @@ TEST_F(RecordedWindow, IsDrawnAtItsLiveSizeFrom800By480) {
   const Summary summary =
       run({"--no-camera", "--frames", "6", "--width", "1440", "--height", "810"});
   EXPECT_EQ(calls_of("imshow"),
-            shown({"800x480", "1440x810", "1440x810", "2000x500", "1440x810", "1440x810"}));
+            (Calls{imshow_call(800, 480), imshow_call(1440, 810), imshow_call(1440, 810),
+                   imshow_call(2000, 500), imshow_call(1440, 810), imshow_call(1440, 810)}));
   EXPECT_EQ(summary.at("size"), "1440x810");
 }
 
@@ -94,7 +98,7 @@ TEST_F(RecordedWindow, InFullScreenIsDrawnAtTheStartUpSize) {
   const std::string fullscreen_on = "0 1";
   EXPECT_EQ(calls_of("setWindowProperty"),
             Calls{"setWindowProperty " + kTitle + " " + fullscreen_on});
-  EXPECT_EQ(calls_of("imshow"), shown({"1440x810", "1440x810"}));
+  EXPECT_EQ(calls_of("imshow"), (Calls{imshow_call(1440, 810), imshow_call(1440, 810)}));
 }
 
 TEST_F(RecordedWindow, GivesTheLayoutImageTheNameOfTheFirstLiveSize) {
