@@ -14,10 +14,10 @@ namespace {
 
 const std::string kTitle = "Halcyra Control Center";
 
-// Newer versions lay a picture out in the middle of the window, never larger than it is, and report
-// that place as the window's. Enlarged twice the canvas claims the whole window even after that has
-// grown, and the window, which shrinks it again by taking every second pixel, shows its very
-// pixels.
+// OpenCV 4.10 centres a picture in the window, never larger than the picture is, and reports that
+// place as the window's; 4.6 stretches it over the whole window. Enlarged twice, the canvas claims
+// the whole window even after that has grown. The window shrinks it again by taking every second
+// pixel, which gives the canvas back exactly.
 constexpr bool kPictureBoundsWindow = CV_VERSION_MAJOR > 4 || CV_VERSION_MINOR > 6;
 constexpr int kWindowedEnlargement = 2;
 
