@@ -32,12 +32,19 @@ start_server() {
     DISPLAY=:$(cat "$scratch/display")
 }
 
+# The window's number while it is on the screen. A closed window can exist for a moment longer, black.
+shown_window() {
+    xwininfo -name "Halcyra Control Center" 2>/dev/null |
+        awk '/Window id/ {id = $4} /Map State: IsViewable/ {print id}'
+}
+
 # Fails while there is no window, at the start and at the end of a run; an older picture is kept.
 take_picture() {
     local window
-    window=$(xwininfo -name "Halcyra Control Center" 2>/dev/null | awk '/Window id/ {print $4}')
+    window=$(shown_window)
     [ -n "$window" ] && maim --hidecursor --window=$((window)) --format="${picture##*.}" \
-        "$scratch/picture" 2>/dev/null && mv "$scratch/picture" "$scratch/last-picture"
+        "$scratch/picture" 2>/dev/null && [ "$(shown_window)" = "$window" ] &&
+        mv "$scratch/picture" "$scratch/last-picture"
 }
 
 start_server
