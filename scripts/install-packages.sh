@@ -6,6 +6,7 @@
 #   test             what the tests need beside the first two
 #   bench            what the benchmarks need beside the first
 #   sanitize         what the sanitized build with its fuzz targets needs beside the first three
+#   clang            the second compiler
 #   lint             the checker that scripts/lint runs
 #   package          to make the Debian package and check it
 set -euo pipefail
@@ -28,9 +29,10 @@ test_packages=(
     openbox                           # closing and resizing windows as a person does
 )
 bench_packages=(libbenchmark-dev)
+clang_packages=(clang)
 sanitize_packages=(
-    clang-14
-    libclang-rt-14-dev                # the sanitizers' and libFuzzer's own libraries
+    clang
+    libclang-rt-dev                   # the sanitizers' and libFuzzer's own libraries
 )
 lint_packages=(clang-tidy)
 package_packages=(
@@ -45,12 +47,13 @@ for group in "$@"; do
         run) wanted+=("${run_packages[@]}") ;;
         virtual-display) wanted+=("${virtual_display_packages[@]}") ;;
         bench) wanted+=("${bench_packages[@]}") ;;
+        clang) wanted+=("${clang_packages[@]}") ;;
         sanitize) wanted+=("${sanitize_packages[@]}") ;;
         lint) wanted+=("${lint_packages[@]}") ;;
         package) wanted+=("${package_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test|bench|sanitize|lint|package..." >&2
+            echo "usage: $0 run|virtual-display|test|bench|sanitize|clang|lint|package..." >&2
             exit 2
             ;;
     esac
