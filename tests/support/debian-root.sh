@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Functions that make a minimal Debian in a folder and run commands in it. To be sourced.
 
 # make_debian_root RELEASE FOLDER [PACKAGES]
