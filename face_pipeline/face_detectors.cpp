@@ -9,7 +9,7 @@
 namespace halcyra {
 namespace {
 
-// Whether the fast search was compared with the OpenCV of this build; see cmake/FaceSearch.cmake.
+// Chosen when the build is configured, by the version of OpenCV; see cmake/FaceSearch.cmake.
 constexpr bool kFastSearch = HALCYRA_FAST_FACE_SEARCH != 0;
 
 bool load_cascade(cv::CascadeClassifier& classifier, const std::string& path) {
