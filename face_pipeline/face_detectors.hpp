@@ -14,8 +14,9 @@ struct FaceDetectors {
   cv::CascadeClassifier profile;  // faces looking to one side; the mirrored pass finds the other
 };
 
-// Loads both cascades and sets `frontal_cascade_loaded` and `profile_cascade_loaded`. For a file
-// that cannot be loaded it logs "Frontal cascade unavailable" or "Profile cascade unavailable;
+// Loads both cascades and sets `frontal_cascade_loaded` and `profile_cascade_loaded`. The fast
+// search or OpenCV's own stands behind them, as the build was configured; both find the same. For a
+// file that cannot be loaded it logs "Frontal cascade unavailable" or "Profile cascade unavailable;
 // profile detection fallback". OpenCV throws for most files that open but hold no cascade.
 void load_detectors(FaceDetectors& detectors, const Options& options, RuntimeStatus& status);
 

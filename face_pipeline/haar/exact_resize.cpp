@@ -5,7 +5,7 @@
 
 namespace halcyra::haar {
 
-// Step by step what OpenCV 4.6 computes, as each step rounds: hence a scale that is the inverse of
+// Step by step what OpenCV computes, as each step rounds: hence a scale that is the inverse of
 // an inverse.
 std::vector<int> resize_positions(int source, int scaled) {
   constexpr int kOne = 256;

@@ -9,6 +9,7 @@
 
 #include "app/run_state/options.hpp"
 #include "app/run_state/runtime_status.hpp"
+#include "face_pipeline/haar/fast_cascade_classifier.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/temporary_folder.hpp"
 #include "tests/support/text_file.hpp"
@@ -31,6 +32,15 @@ TEST(LoadDetectors, LoadsBothStockCascades) {
   EXPECT_EQ(detectors.frontal.getOriginalWindowSize(), cv::Size(24, 24));
   EXPECT_EQ(detectors.profile.getOriginalWindowSize(), cv::Size(20, 20));
   EXPECT_TRUE(status.events.empty());
+}
+
+TEST(LoadDetectors, SearchesAsTheBuildWasConfigured) {
+  const bool fast = HALCYRA_FAST_FACE_SEARCH != 0;
+  FaceDetectors detectors;
+  RuntimeStatus status;
+  load_detectors(detectors, Options(), status);
+  EXPECT_EQ(haar::fast_cascade(detectors.frontal) != nullptr, fast);
+  EXPECT_EQ(haar::fast_cascade(detectors.profile) != nullptr, fast);
 }
 
 TEST(LoadDetectors, GoesOnWithoutTheFrontalCascade) {
