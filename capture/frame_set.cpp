@@ -3,8 +3,6 @@
 #include <chrono>
 #include <thread>
 
-#include <libfreenect2/config.h>
-
 #include "app/run_state/runtime_status.hpp"
 
 namespace halcyra {
@@ -14,7 +12,6 @@ using libfreenect2::Frame;
 
 constexpr int kTimeoutMs = 1000;
 
-#ifndef LIBFREENECT2_THREADING_STDLIB
 // False if no set was complete within the time limit.
 bool poll_for_frames(const KinectSession& session) {
   constexpr std::chrono::milliseconds kPause(1);
@@ -25,14 +22,12 @@ bool poll_for_frames(const KinectSession& session) {
   }
   return true;
 }
-#endif
 
+// Many builds of the driver ignore the timeout and would block for ever on a stalled sensor, so poll
+// until a set is there. Which kind of build is loaded is not known when this is compiled: both have
+// the same soname.
 bool wait_for_frames(KinectSession& session) {
-#ifndef LIBFREENECT2_THREADING_STDLIB
-  // This build of the driver ignores the timeout and would block for ever on a stalled sensor, so
-  // poll until a set is there.
   if (!poll_for_frames(session)) return false;
-#endif
   return session.listener->waitForNewFrame(session.frames, kTimeoutMs);
 }
 

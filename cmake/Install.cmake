@@ -12,6 +12,10 @@ set(own_programs ${CMAKE_INSTALL_LIBEXECDIR}/halcyra-control-center)
 set(packaging ${PROJECT_SOURCE_DIR}/packaging)
 set(generated ${PROJECT_BINARY_DIR}/packaging)
 
+if(HALCYRA_DRIVER STREQUAL "libfreenect2")
+  include(InstallLibfreenect2)
+endif()
+
 # The program, what starts it, and the demonstration.
 install(TARGETS halcyra-control-center RUNTIME)
 install(PROGRAMS ${packaging}/launcher/halcyra TYPE BIN)

@@ -10,19 +10,67 @@
 set(HALCYRA_KINECT_DRIVER auto CACHE STRING "Kinect driver: auto, libfreenect2 or virtual")
 set_property(CACHE HALCYRA_KINECT_DRIVER PROPERTY STRINGS auto libfreenect2 virtual)
 
+# Sets `result` to whether a program that uses libfreenect2 through `target` compiles and links. What
+# is left of an installation may lack its library or its headers.
+function(halcyra_libfreenect2_works result target)
+  set(${result} FALSE PARENT_SCOPE)
+  get_target_property(folders ${target} INTERFACE_INCLUDE_DIRECTORIES)
+  foreach(folder IN LISTS folders)
+    if(NOT EXISTS "${folder}")
+      return()
+    endif()
+  endforeach()
+  try_compile(works
+    SOURCE_FROM_CONTENT uses_libfreenect2.cpp "
+      #include <libfreenect2/frame_listener_impl.h>
+      #include <libfreenect2/libfreenect2.hpp>
+      int main() {
+        libfreenect2::SyncMultiFrameListener listener(libfreenect2::Frame::Color);
+        return libfreenect2::Freenect2().enumerateDevices() + listener.hasNewFrame();
+      }"
+    LINK_LIBRARIES ${target}
+    CXX_STANDARD 17
+    NO_CACHE)
+  set(${result} ${works} PARENT_SCOPE)
+endfunction()
+
+# Defines halcyra_driver_libfreenect2 if an installed libfreenect2 works, and sets
+# HALCYRA_LIBFREENECT2 to the file of its library. What scripts/set-up-libfreenect2 has built goes
+# before what the system has.
 function(halcyra_find_libfreenect2)
-  find_package(freenect2 QUIET)
+  # What an earlier look found may belong to another freenect2_DIR.
+  unset(freenect2_LIBRARY CACHE)
+  unset(freenect2_INCLUDE_DIR CACHE)
+  find_package(freenect2 QUIET HINTS ${PROJECT_SOURCE_DIR}/build/libfreenect2)
   if(freenect2_FOUND)
-    add_library(halcyra_driver_libfreenect2 INTERFACE)
-    target_include_directories(halcyra_driver_libfreenect2 SYSTEM INTERFACE
-      ${freenect2_INCLUDE_DIR} ${freenect2_INCLUDE_DIRS})
-    target_link_libraries(halcyra_driver_libfreenect2 INTERFACE ${freenect2_LIBRARIES})
+    add_library(halcyra_installed_freenect2 INTERFACE IMPORTED)
+    target_include_directories(halcyra_installed_freenect2 INTERFACE ${freenect2_INCLUDE_DIR})
+    target_link_libraries(halcyra_installed_freenect2 INTERFACE ${freenect2_LIBRARIES})
+    halcyra_libfreenect2_works(works halcyra_installed_freenect2)
+    if(works)
+      add_library(halcyra_driver_libfreenect2 ALIAS halcyra_installed_freenect2)
+      set(HALCYRA_LIBFREENECT2 ${freenect2_LIBRARY} PARENT_SCOPE)
+      return()
+    endif()
+    message(NOTICE "The libfreenect2 of ${freenect2_DIR} is incomplete: no program can use it.")
+    unset(freenect2_DIR CACHE)
+  endif()
+
+  # A library that was found is kept: ninja may configure again where PKG_CONFIG_PATH is not set.
+  if(NOT EXISTS "${pkgcfg_lib_FREENECT2_freenect2}")
+    unset(pkgcfg_lib_FREENECT2_freenect2 CACHE)
+    unset(__pkg_config_checked_FREENECT2 CACHE)
+  endif()
+  pkg_check_modules(FREENECT2 QUIET IMPORTED_TARGET GLOBAL freenect2)
+  if(NOT FREENECT2_FOUND)
     return()
   endif()
-  pkg_check_modules(FREENECT2 QUIET IMPORTED_TARGET freenect2)
-  if(FREENECT2_FOUND)
-    add_library(halcyra_driver_libfreenect2 INTERFACE)
-    target_link_libraries(halcyra_driver_libfreenect2 INTERFACE PkgConfig::FREENECT2)
+  halcyra_libfreenect2_works(works PkgConfig::FREENECT2)
+  if(works)
+    add_library(halcyra_driver_libfreenect2 ALIAS PkgConfig::FREENECT2)
+    set(HALCYRA_LIBFREENECT2 ${pkgcfg_lib_FREENECT2_freenect2} PARENT_SCOPE)
+  else()
+    message(NOTICE "The libfreenect2 of ${FREENECT2_PREFIX} is incomplete: no program can use it.")
   endif()
 endfunction()
 
