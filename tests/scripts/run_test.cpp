@@ -66,6 +66,7 @@ TEST_F(Run, DemonstratesWhereTheDriverCannotBeBuilt) {
             std::string::npos)
       << result.errors;
   EXPECT_FALSE(fs::exists(stage_.path("checkout/build/libfreenect2")));
+  EXPECT_FALSE(fs::exists(stage_.path(kRule)));
 }
 
 TEST_F(Run, NeedsNoDriverWithoutASensor) {
