@@ -10,7 +10,7 @@
 #   lint             the checker that scripts/lint runs
 #   package          to make the Debian package and check it
 #   libfreenect2     to build the Kinect's driver, for processors alone;
-#   libfreenect2-opengl, libfreenect2-opencl, libfreenect2-vaapi
+#   libfreenect2-opengl, libfreenect2-vaapi
 #                    to build it for graphics cards, too
 set -euo pipefail
 # shellcheck source=scripts/as-root.sh
@@ -51,7 +51,6 @@ libfreenect2_packages=(
     libusb-1.0-0-dev libturbojpeg0-dev
 )
 libfreenect2_opengl_packages=(libglfw3-dev libgl-dev)
-libfreenect2_opencl_packages=(ocl-icd-opencl-dev)
 libfreenect2_vaapi_packages=(libva-dev libjpeg-dev)
 
 wanted=()
@@ -67,11 +66,10 @@ for group in "$@"; do
         test) wanted+=("${test_packages[@]}") ;;
         libfreenect2) wanted+=("${libfreenect2_packages[@]}") ;;
         libfreenect2-opengl) wanted+=("${libfreenect2_opengl_packages[@]}") ;;
-        libfreenect2-opencl) wanted+=("${libfreenect2_opencl_packages[@]}") ;;
         libfreenect2-vaapi) wanted+=("${libfreenect2_vaapi_packages[@]}") ;;
         *)
             echo "usage: $0 run|virtual-display|test|bench|sanitize|clang|lint|package|" \
-                "libfreenect2|libfreenect2-opengl|libfreenect2-opencl|libfreenect2-vaapi..." >&2
+                "libfreenect2|libfreenect2-opengl|libfreenect2-vaapi..." >&2
             exit 2
             ;;
     esac
