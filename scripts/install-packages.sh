@@ -9,7 +9,12 @@
 #   clang            the second compiler
 #   lint             the checker that scripts/lint runs
 #   package          to make the Debian package and check it
+#   libfreenect2     to build the Kinect's driver, for processors alone;
+#   libfreenect2-opengl, libfreenect2-vaapi
+#                    to build it for graphics cards, too
 set -euo pipefail
+# shellcheck source=scripts/as-root.sh
+source "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/as-root.sh"
 
 run_packages=(
     g++ cmake ninja-build pkg-config
@@ -40,6 +45,13 @@ package_packages=(
     lintian desktop-file-utils appstream groff zsh fish doxygen   # and having everything judged
     mmdebstrap                        # a Debian of its own to install it in
 )
+libfreenect2_packages=(
+    git ca-certificates               # fetching it
+    g++ cmake ninja-build pkg-config
+    libusb-1.0-0-dev libturbojpeg0-dev
+)
+libfreenect2_opengl_packages=(libglfw3-dev libgl-dev)
+libfreenect2_vaapi_packages=(libva-dev libjpeg-dev)
 
 wanted=()
 for group in "$@"; do
@@ -52,8 +64,12 @@ for group in "$@"; do
         lint) wanted+=("${lint_packages[@]}") ;;
         package) wanted+=("${package_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
+        libfreenect2) wanted+=("${libfreenect2_packages[@]}") ;;
+        libfreenect2-opengl) wanted+=("${libfreenect2_opengl_packages[@]}") ;;
+        libfreenect2-vaapi) wanted+=("${libfreenect2_vaapi_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test|bench|sanitize|clang|lint|package..." >&2
+            echo "usage: $0 run|virtual-display|test|bench|sanitize|clang|lint|package|" \
+                "libfreenect2|libfreenect2-opengl|libfreenect2-vaapi..." >&2
             exit 2
             ;;
     esac
@@ -66,15 +82,11 @@ for package in "${wanted[@]}"; do
 done
 [ ${#missing[@]} -gt 0 ] || exit 0
 
-as_root=()
-if [ "$(id -u)" -ne 0 ]; then
-    if ! command -v sudo >/dev/null; then
-        echo "These packages are missing and need root to be installed: ${missing[*]}" >&2
-        exit 1
-    fi
-    as_root=(sudo)
+if ! can_be_root; then
+    echo "These packages are missing and need root to be installed: ${missing[*]}" >&2
+    exit 1
 fi
 echo "Installing: ${missing[*]}"
-"${as_root[@]}" apt-get update -qq
-"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+as_root apt-get update -qq
+as_root env DEBIAN_FRONTEND=noninteractive \
     apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -4,6 +4,8 @@
 # Usage: start.sh BUILD_FOLDER [ARGUMENT]...
 set -euo pipefail
 root=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/..
+# shellcheck source=scripts/sensor.sh
+source "$root/scripts/sensor.sh"
 build=$(readlink -f "$1")
 shift
 arguments=("$@")
@@ -19,30 +21,46 @@ given() {
     return 1
 }
 
-# HALCYRA_USB_DEVICES: another folder than the kernel's list of USB devices.
-kinect_attached() {
-    local device
-    for device in "${HALCYRA_USB_DEVICES:-/sys/bus/usb/devices}"/*; do
-        case "$(cat "$device/idVendor" "$device/idProduct" 2>/dev/null | tr '\n' ' ')" in
-            "045e 02c4 " | "045e 02d8 " | "045e 02d9 ") return 0 ;;
-        esac
-    done
-    return 1
-}
-
 demonstrate() {
     echo "$1: starting the demonstration, a rendered room with its people."
     command=("$root/demo/demonstrate" "$build/demonstration")
 }
 
+# Says what will keep the driver from opening the sensor, as far as it can be known before.
+warn_about() {
+    if ! at_usb_3 "$1"; then
+        echo "The Kinect v2 is connected with $(cat "$1/speed") Mbit/s, as USB 2 is, and will fail to" \
+            "open. Use a USB 3 port of the computer itself and the sensor's own cable."
+    fi
+    if ! may_be_opened "$1"; then
+        echo "You may not read and write $(device_file "$1"), so the Kinect v2 will not be detected." \
+            "Run $(readlink -f "$root/scripts/install-device-rule.sh"), then unplug the sensor and" \
+            "plug it in again."
+    fi
+}
+
+# Only the CPU pipeline needs nothing that may be missing: OpenGL, which the driver prefers, ends the
+# process where it gets no window, and may crash it after the last frame, which costs the exit status.
+choose_pipeline() {
+    export LIBFREENECT2_PIPELINE=${LIBFREENECT2_PIPELINE:-cpu}
+    echo "Kinect driver: libfreenect2 with the pipeline $LIBFREENECT2_PIPELINE"
+}
+
 choose_scene() {
-    if given --no-camera --layout-test --help -h; then return; fi
+    local kinects kinect
+    if needs_no_sensor "${arguments[@]}"; then return; fi
+    mapfile -t kinects < <(attached_kinects)
     if [ -n "${VIRTUAL_KINECT:-}" ]; then
         command=("$build/demonstration/halcyra-control-center")
-    elif ! kinect_attached; then
+    elif [ ${#kinects[@]} -eq 0 ] && [ -n "$(attached_kinect_hubs)" ]; then
+        demonstrate "Only the hub of a Kinect v2 answers, so its power supply may be missing"
+    elif [ ${#kinects[@]} -eq 0 ]; then
         demonstrate "No Kinect v2 is attached"
     elif [ "$(cat "$build/kinect-driver")" != libfreenect2 ]; then
         demonstrate "A Kinect v2 is attached, but the program was built without libfreenect2"
+    else
+        for kinect in "${kinects[@]}"; do warn_about "$kinect" >&2; done
+        choose_pipeline
     fi
 }
 

@@ -21,7 +21,7 @@ constexpr const char* kEcho =
     "#!/bin/sh\n"
     "echo \"$(basename \"$(dirname \"$0\")\") in $(basename \"$PWD\")"
     " home $(basename \"$HOME\") scene '$VIRTUAL_KINECT' display "
-    "'${DISPLAY%%:*}${DISPLAY:+some}'\"\n"
+    "'${DISPLAY%%:*}${DISPLAY:+some}'${LIBFREENECT2_PIPELINE:+ pipeline $LIBFREENECT2_PIPELINE}\"\n"
     "printf '<%s>' \"$@\"\n"
     "echo\n";
 
@@ -48,20 +48,26 @@ class Start : public ::testing::Test {
   }
 
   void attach(const std::string& vendor, const std::string& product) const {
-    write_text(folder_.path() / "usb/1-1/idVendor", vendor + "\n");
-    write_text(folder_.path() / "usb/1-1/idProduct", product + "\n");
+    tell("idVendor", vendor);
+    tell("idProduct", product);
+  }
+
+  // What the kernel tells about the device.
+  void tell(const std::string& name, const std::string& value) const {
+    write_text(folder_.path() / "usb/1-1" / name, value + "\n");
   }
 
   // Runs the script to its end and returns everything that it printed.
   std::string started(const std::vector<std::string>& arguments = {}) {
     ProcessStart start;
-    start.executable = HALCYRA_SCRIPTS "/start.sh";
+    start.executable = HALCYRA_PROJECT "/scripts/start.sh";
     start.arguments = {(folder_.path() / "build").string()};
     start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
     start.environment = environment_;
     start.working_folder = folder_.path() / "here";
     start.stdout_file = folder_.path() / "output";
     start.stderr_file = folder_.path() / "errors";
+    start.bound_by_modes = bound_by_modes_;
     ChildProcess process(start);
     const std::optional<ProcessEnd> end = process.wait_for_end();
     EXPECT_TRUE(end && end->exit_status == 0);
@@ -69,14 +75,19 @@ class Start : public ::testing::Test {
   }
 
   TemporaryFolder folder_;
+  bool bound_by_modes_ = false;
   std::map<std::string, std::string> environment_ = {
       {"PATH", "/usr/bin:/bin"},
       {"HOME", (folder_.path() / "person").string()},
       {"DISPLAY", ":none"},
-      {"HALCYRA_USB_DEVICES", (folder_.path() / "usb").string()}};
+      {"HALCYRA_USB_DEVICES", (folder_.path() / "usb").string()},
+      {"HALCYRA_SYSTEM", (folder_.path() / "system").string()}};
 };
 
-const std::string kOnTheSensor = "build in here home person scene '' display 'some'\n";
+const std::string kWithoutSensor = "build in here home person scene '' display 'some'\n";
+const std::string kOnTheSensor =
+    "Kinect driver: libfreenect2 with the pipeline cpu\n"
+    "build in here home person scene '' display 'some' pipeline cpu\n";
 const std::string kDemonstration =
     "demonstration in demonstration home home scene 'room' display 'some'\n";
 
@@ -96,10 +107,70 @@ TEST_F(Start, PassesArgumentsOn) {
 
 TEST_F(Start, UsesAnAttachedKinect) {
   choose_driver("libfreenect2");
-  for (const char* product : {"02c4", "02d8", "02d9"}) {
+  for (const char* product : {"02c4", "02d8"}) {
     attach("045e", product);
     EXPECT_EQ(started({"--view", "rgb"}), kOnTheSensor + "<--view><rgb>\n") << product;
   }
+}
+
+TEST_F(Start, LeavesAChosenPipelineAlone) {
+  choose_driver("libfreenect2");
+  attach("045e", "02c4");
+  environment_["LIBFREENECT2_PIPELINE"] = "gl";
+  EXPECT_EQ(started(),
+            "Kinect driver: libfreenect2 with the pipeline gl\n"
+            "build in here home person scene '' display 'some' pipeline gl\n<>\n");
+}
+
+TEST_F(Start, SaysNothingOfASensorThatIsConnectedWell) {
+  choose_driver("libfreenect2");
+  attach("045e", "02d8");
+  tell("busnum", "2");
+  tell("devnum", "7");
+  write_text(folder_.path() / "system/dev/bus/usb/002/007", "");
+  bound_by_modes_ = true;
+  for (const char* speed : {"5000", "10000"}) {
+    tell("speed", speed);
+    EXPECT_EQ(started(), kOnTheSensor + "<>\n") << speed;
+  }
+}
+
+TEST_F(Start, WarnsOfAUsb2Port) {
+  choose_driver("libfreenect2");
+  attach("045e", "02c4");
+  for (const char* speed : {"480", "12", "1.5"}) {
+    tell("speed", speed);
+    EXPECT_EQ(started(), kOnTheSensor + "<>\nThe Kinect v2 is connected with " + speed +
+                             " Mbit/s, as USB 2 is, and will fail to open. Use a USB 3 port of the "
+                             "computer itself and the sensor's own cable.\n");
+  }
+}
+
+TEST_F(Start, WarnsOfMissingRights) {
+  choose_driver("libfreenect2");
+  attach("045e", "02c4");
+  tell("busnum", "2");
+  tell("devnum", "17");
+  const fs::path device = folder_.path() / "system/dev/bus/usb/002/017";
+  write_text(device, "");
+  bound_by_modes_ = true;
+  for (const fs::perms rights : {fs::perms::owner_read, fs::perms::owner_write}) {
+    fs::permissions(device, rights);
+    const std::string shown = started();
+    EXPECT_EQ(shown.find(kOnTheSensor + "<>\nYou may not read and write " + device.string() +
+                         ", so the Kinect v2 will not be detected. Run "),
+              0u)
+        << shown;
+  }
+}
+
+TEST_F(Start, DemonstratesWithAHubAlone) {
+  choose_driver("libfreenect2");
+  attach("045e", "02d9");
+  EXPECT_EQ(started(),
+            "Only the hub of a Kinect v2 answers, so its power supply may be missing: starting the "
+            "demonstration, a rendered room with its people.\n" +
+                kDemonstration + "<>\n");
 }
 
 TEST_F(Start, DemonstratesBesideOtherDevices) {
@@ -126,18 +197,18 @@ TEST_F(Start, StaysOutOfTheWayOfAChosenScene) {
 
 TEST_F(Start, StaysOutOfTheWayOfRunsWithoutSensor) {
   for (const char* argument : {"--no-camera", "--layout-test", "--help", "-h"}) {
-    EXPECT_EQ(started({argument}), kOnTheSensor + "<" + argument + ">\n");
+    EXPECT_EQ(started({argument}), kWithoutSensor + "<" + argument + ">\n");
   }
 }
 
 TEST_F(Start, EndsByItselfOnAVirtualDisplay) {
   environment_.erase("DISPLAY");
   EXPECT_NE(started().find(kDemonstration + "<--frames><90>\n"), std::string::npos);
-  EXPECT_EQ(started({"--no-camera"}), kOnTheSensor + "<--no-camera><--frames><90>\n");
+  EXPECT_EQ(started({"--no-camera"}), kWithoutSensor + "<--no-camera><--frames><90>\n");
   EXPECT_EQ(started({"--no-camera", "--frames", "7"}),
-            kOnTheSensor + "<--no-camera><--frames><7>\n");
-  EXPECT_EQ(started({"--no-camera", "--smoke"}), kOnTheSensor + "<--no-camera><--smoke>\n");
-  EXPECT_EQ(started({"--layout-test"}), kOnTheSensor + "<--layout-test>\n");
+            kWithoutSensor + "<--no-camera><--frames><7>\n");
+  EXPECT_EQ(started({"--no-camera", "--smoke"}), kWithoutSensor + "<--no-camera><--smoke>\n");
+  EXPECT_EQ(started({"--layout-test"}), kWithoutSensor + "<--layout-test>\n");
 }
 
 TEST_F(Start, LeavesAChosenPlatformAlone) {
