@@ -8,6 +8,7 @@
 #   sanitize         what the sanitized build with its fuzz targets needs beside the first three
 #   lint             the checker that scripts/lint runs
 #   package          to make the Debian package and check it
+#   arm64            what tests/arm64/check needs; the rest it installs in a Debian of its own
 set -euo pipefail
 
 run_packages=(
@@ -38,6 +39,7 @@ package_packages=(
     lintian desktop-file-utils appstream groff zsh fish doxygen   # and having everything judged
     mmdebstrap                        # a Debian of its own to install it in
 )
+arm64_packages=(mmdebstrap)
 
 wanted=()
 for group in "$@"; do
@@ -48,9 +50,10 @@ for group in "$@"; do
         sanitize) wanted+=("${sanitize_packages[@]}") ;;
         lint) wanted+=("${lint_packages[@]}") ;;
         package) wanted+=("${package_packages[@]}") ;;
+        arm64) wanted+=("${arm64_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test|bench|sanitize|lint|package..." >&2
+            echo "usage: $0 run|virtual-display|test|bench|sanitize|lint|package|arm64..." >&2
             exit 2
             ;;
     esac
