@@ -17,7 +17,8 @@ namespace {
 const std::map<haar::InstructionSet, std::string> kInstructionNames = {
     {haar::InstructionSet::kBaseline, "baseline"},
     {haar::InstructionSet::kAvx2, "AVX2"},
-    {haar::InstructionSet::kAvx512, "AVX-512"}};
+    {haar::InstructionSet::kAvx512, "AVX-512"},
+    {haar::InstructionSet::kNeon, "NEON"}};
 
 // Both cascades, loaded once for each instruction set and kept until the program ends.
 FaceDetectors& detectors_on(haar::InstructionSet instructions) {

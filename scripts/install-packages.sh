@@ -12,6 +12,7 @@
 #   libfreenect2     to build the Kinect's driver, for processors alone;
 #   libfreenect2-opengl, libfreenect2-vaapi
 #                    to build it for graphics cards, too
+#   debian-root      what makes a Debian of its own: tests/releases/, tests/arm64/
 set -euo pipefail
 # shellcheck source=scripts/as-root.sh
 source "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/as-root.sh"
@@ -43,7 +44,6 @@ lint_packages=(clang-tidy)
 package_packages=(
     dpkg-dev file gzip                # making the Debian package
     lintian desktop-file-utils appstream groff zsh fish doxygen   # and having everything judged
-    mmdebstrap                        # a Debian of its own to install it in
 )
 libfreenect2_packages=(
     git ca-certificates               # fetching it
@@ -52,6 +52,7 @@ libfreenect2_packages=(
 )
 libfreenect2_opengl_packages=(libglfw3-dev libgl-dev)
 libfreenect2_vaapi_packages=(libva-dev libjpeg-dev)
+debian_root_packages=(mmdebstrap)
 
 wanted=()
 for group in "$@"; do
@@ -63,12 +64,13 @@ for group in "$@"; do
         sanitize) wanted+=("${sanitize_packages[@]}") ;;
         lint) wanted+=("${lint_packages[@]}") ;;
         package) wanted+=("${package_packages[@]}") ;;
+        debian-root) wanted+=("${debian_root_packages[@]}") ;;
         test) wanted+=("${test_packages[@]}") ;;
         libfreenect2) wanted+=("${libfreenect2_packages[@]}") ;;
         libfreenect2-opengl) wanted+=("${libfreenect2_opengl_packages[@]}") ;;
         libfreenect2-vaapi) wanted+=("${libfreenect2_vaapi_packages[@]}") ;;
         *)
-            echo "usage: $0 run|virtual-display|test|bench|sanitize|clang|lint|package|" \
+            echo "usage: $0 run|virtual-display|test|bench|sanitize|clang|lint|package|debian-root|" \
                 "libfreenect2|libfreenect2-opengl|libfreenect2-vaapi..." >&2
             exit 2
             ;;

@@ -26,6 +26,9 @@ WindowScan* scan_for(InstructionSet instructions) {
   if (instructions == InstructionSet::kAvx512) return scan_windows_avx512;
   if (instructions == InstructionSet::kAvx2) return scan_windows_avx2;
 #endif
+#ifdef HALCYRA_NEON_KERNEL
+  if (instructions == InstructionSet::kNeon) return scan_windows_neon;
+#endif
   static_cast<void>(instructions);
   return scan_windows_baseline;
 }

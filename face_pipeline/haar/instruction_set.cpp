@@ -13,6 +13,9 @@ std::vector<InstructionSet> available_instruction_sets() {
     }
   }
 #endif
+#ifdef HALCYRA_NEON_KERNEL
+  sets.push_back(InstructionSet::kNeon);
+#endif
   return sets;
 }
 

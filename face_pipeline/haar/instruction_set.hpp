@@ -5,7 +5,7 @@
 
 namespace halcyra::haar {
 
-enum class InstructionSet { kBaseline, kAvx2, kAvx512 };
+enum class InstructionSet { kBaseline, kAvx2, kAvx512, kNeon };
 
 // Those that the program was built for and this machine can run, from the slowest to the fastest.
 // The baseline is always the first.

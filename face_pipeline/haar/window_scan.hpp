@@ -6,7 +6,7 @@
 namespace halcyra::haar {
 
 // Afterwards, scratch.waiting[plan.stage_count] holds the windows that pass all stages, in no
-// particular order. All three find the same; the machine must have the instruction set that the
+// particular order. All of them find the same; the machine must have the instruction set that the
 // name says.
 using WindowScan = void(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
                         const ScanScratch& scratch);
@@ -14,5 +14,6 @@ using WindowScan = void(const PlanView& plan, const LayerView& layer, const Wind
 WindowScan scan_windows_baseline;
 WindowScan scan_windows_avx2;
 WindowScan scan_windows_avx512;
+WindowScan scan_windows_neon;
 
 }  // namespace halcyra::haar

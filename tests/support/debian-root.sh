@@ -1,11 +1,12 @@
 # shellcheck shell=bash
 # Functions that make a minimal Debian in a folder and run commands in it. To be sourced.
 
-# make_debian_root RELEASE FOLDER [PACKAGES]
-# Makes a minimal Debian of that release, with these packages (comma-separated) besides. Fails with a
-# sentence where that takes something which this machine does not give.
+# make_debian_root RELEASE FOLDER PACKAGES [OPTION...]
+# Makes a minimal Debian of that release, with these packages (comma-separated) besides; options go to
+# mmdebstrap. Fails with a sentence where that takes something which this machine does not give.
 make_debian_root() {
-    local release=$1 folder=$2 packages=${3:-}
+    local release=$1 folder=$2 packages=$3
+    shift 3
     if [ "$(id -u)" -ne 0 ]; then
         echo "skipped, as making a Debian of its own needs root"
         return 1
@@ -18,9 +19,8 @@ make_debian_root() {
     for file in /etc/apt/apt.conf.d/99*; do
         [ ! -e "$file" ] || settings+=("--aptopt=$file")
     done
-    [ -z "$packages" ] || settings+=("--include=$packages")
-    if ! mmdebstrap --quiet --variant=minbase "${settings[@]}" "$release" "$folder" \
-        "deb $(debian_mirror) $release main"; then
+    if ! mmdebstrap --quiet --variant=minbase "${settings[@]}" --include="$packages" "$@" \
+        "$release" "$folder" "deb $(debian_mirror) $release main"; then
         echo "skipped, as no Debian $release could be fetched"
         return 1
     fi

@@ -1,0 +1,160 @@
+#include <arm_neon.h>
+
+#include <cstdint>
+
+#include "face_pipeline/haar/window_scan.hpp"
+#include "face_pipeline/haar/window_scan_loop.hpp"
+
+namespace halcyra::haar {
+namespace {
+
+// Eight lanes are two of the processor's vectors. So a stump's offsets, threshold and gain are read
+// once for twice as many windows, and one instruction loads two vectors.
+
+struct Floats {
+  float32x4_t low;
+  float32x4_t high;
+
+  static Floats all(float value) { return {vdupq_n_f32(value), vdupq_n_f32(value)}; }
+  static Floats load(const float* from) { return {vld1q_f32(from), vld1q_f32(from + 4)}; }
+  void store(float* to) const {
+    vst1q_f32(to, low);
+    vst1q_f32(to + 4, high);
+  }
+  std::uint32_t at_most(float limit) const;
+  friend Floats operator*(Floats a, Floats b) {
+    return {vmulq_f32(a.low, b.low), vmulq_f32(a.high, b.high)};
+  }
+};
+
+// A comparison's result: all bits of a lane are set where it holds.
+struct Mask {
+  uint32x4_t low;
+  uint32x4_t high;
+
+  // A bit for each lane, at every other place, so that those of even and odd windows interleave.
+  std::uint32_t bits() const {
+    constexpr std::uint32_t kLow[] = {1U, 1U << 2, 1U << 4, 1U << 6};
+    constexpr std::uint32_t kHigh[] = {1U << 8, 1U << 10, 1U << 12, 1U << 14};
+    return vaddvq_u32(
+        vorrq_u32(vandq_u32(low, vld1q_u32(kLow)), vandq_u32(high, vld1q_u32(kHigh))));
+  }
+};
+
+std::uint32_t Floats::at_most(float limit) const {
+  return Mask{vcleq_f32(low, vdupq_n_f32(limit)), vcleq_f32(high, vdupq_n_f32(limit))}.bits();
+}
+
+struct Ints {
+  int32x4_t low;
+  int32x4_t high;
+
+  static Ints all(std::int32_t value) { return {vdupq_n_s32(value), vdupq_n_s32(value)}; }
+  static Ints load(const std::int32_t* from) {
+    const int32x4x2_t both = vld1q_s32_x2(from);
+    return {both.val[0], both.val[1]};
+  }
+  Floats floats() const { return {vcvtq_f32_s32(low), vcvtq_f32_s32(high)}; }
+  Ints plus_where_below(Floats value, float threshold, std::int32_t gain) const {
+    const float32x4_t thresholds = vdupq_n_f32(threshold);
+    const int32x4_t gains = vdupq_n_s32(gain);
+    const int32x4_t low_below = vreinterpretq_s32_u32(vcltq_f32(value.low, thresholds));
+    const int32x4_t high_below = vreinterpretq_s32_u32(vcltq_f32(value.high, thresholds));
+    return {vaddq_s32(low, vandq_s32(low_below, gains)),
+            vaddq_s32(high, vandq_s32(high_below, gains))};
+  }
+  std::uint32_t below(std::int32_t limit) const {
+    return Mask{vcltq_s32(low, vdupq_n_s32(limit)), vcltq_s32(high, vdupq_n_s32(limit))}.bits();
+  }
+  std::uint32_t above(std::int32_t limit) const {
+    return Mask{vcgtq_s32(low, vdupq_n_s32(limit)), vcgtq_s32(high, vdupq_n_s32(limit))}.bits();
+  }
+  friend Ints operator+(Ints a, Ints b) {
+    return {vaddq_s32(a.low, b.low), vaddq_s32(a.high, b.high)};
+  }
+  friend Ints operator-(Ints a, Ints b) {
+    return {vsubq_s32(a.low, b.low), vsubq_s32(a.high, b.high)};
+  }
+  friend Ints operator*(Ints a, std::int32_t b) {
+    return {vmulq_n_s32(a.low, b), vmulq_n_s32(a.high, b)};
+  }
+};
+
+struct Shorts {
+  uint16x8_t low;
+  uint16x8_t high;
+
+  static Shorts load(const std::uint16_t* from) {
+    const uint16x8x2_t both = vld1q_u16_x2(from);
+    return {both.val[0], both.val[1]};
+  }
+  // Times 2^16, which saves shifting the values down; the norms make up for it.
+  Floats even_floats() const {
+    return Ints{vshlq_n_s32(vreinterpretq_s32_u16(low), 16),
+                vshlq_n_s32(vreinterpretq_s32_u16(high), 16)}
+        .floats();
+  }
+  Floats odd_floats() const {
+    const int32x4_t upper_half = vdupq_n_s32(-65536);
+    return Ints{vandq_s32(vreinterpretq_s32_u16(low), upper_half),
+                vandq_s32(vreinterpretq_s32_u16(high), upper_half)}
+        .floats();
+  }
+  friend Shorts operator+(Shorts a, Shorts b) {
+    return {vaddq_u16(a.low, b.low), vaddq_u16(a.high, b.high)};
+  }
+  friend Shorts operator-(Shorts a, Shorts b) {
+    return {vsubq_u16(a.low, b.low), vsubq_u16(a.high, b.high)};
+  }
+};
+
+struct NeonLanes {
+  using Floats = halcyra::haar::Floats;
+  using Ints = halcyra::haar::Ints;
+  using Shorts = halcyra::haar::Shorts;
+  static constexpr std::int32_t kLanes = 8;
+
+  static Shorts load_eights(const std::uint16_t* base, const std::int32_t* places) {
+    return {vld1q_u16(base + places[0]), vld1q_u16(base + places[1])};
+  }
+  static void load_eights(const std::int32_t* base, const std::int32_t* places, Ints& first,
+                          Ints& second) {
+    first = Ints::load(base + places[0]);
+    second = Ints::load(base + places[1]);
+  }
+  static void load_norms(const float* norms, const std::int32_t* places, Floats& even,
+                         Floats& odd) {
+    even = {vld1q_f32(norms + places[0]), vld1q_f32(norms + places[1])};
+    odd = {vld1q_f32(norms + kLanes + places[0]), vld1q_f32(norms + kLanes + places[1])};
+  }
+  // Turns the first and the second half of a group into its even and its odd windows.
+  static void separate(Floats& first, Floats& second) {
+    const Floats a = first;
+    const Floats b = second;
+    first = {vuzp1q_f32(a.low, a.high), vuzp1q_f32(b.low, b.high)};
+    second = {vuzp2q_f32(a.low, a.high), vuzp2q_f32(b.low, b.high)};
+  }
+  static std::uint32_t interleave(std::uint32_t even, std::uint32_t odd) { return even | odd << 1; }
+  static float32x2_t two_norms(int32x2_t sum, int32x2_t square_sum, double area) {
+    const float64x2_t sums = vcvtq_f64_s64(vmovl_s32(sum));
+    const float64x2_t squares = vmulq_n_f64(vcvtq_f64_s64(vmovl_s32(square_sum)), area);
+    const float64x2_t contrast = vsubq_f64(squares, vmulq_f64(sums, sums));
+    return vcvt_f32_f64(vdivq_f64(vdupq_n_f64(1.0), vsqrtq_f64(contrast)));
+  }
+  static float32x4_t four_norms(int32x4_t sum, int32x4_t square_sum, double area) {
+    return vcombine_f32(two_norms(vget_low_s32(sum), vget_low_s32(square_sum), area),
+                        two_norms(vget_high_s32(sum), vget_high_s32(square_sum), area));
+  }
+  static Floats contrast_norm(Ints sum, Ints square_sum, double area) {
+    return {four_norms(sum.low, square_sum.low, area), four_norms(sum.high, square_sum.high, area)};
+  }
+};
+
+}  // namespace
+
+void scan_windows_neon(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
+                       const ScanScratch& scratch) {
+  WindowScanLoop<NeonLanes>::run(plan, layer, rows, scratch);
+}
+
+}  // namespace halcyra::haar
