@@ -23,9 +23,9 @@ bool poll_for_frames(const KinectSession& session) {
   return true;
 }
 
-// Many builds of the driver ignore the timeout and would block for ever on a stalled sensor, so poll
-// until a set is there. Which kind of build is loaded is not known when this is compiled: both have
-// the same soname.
+// Many builds of the driver ignore the timeout and would block for ever on a stalled sensor, so
+// poll until a set is there. Which kind of build is loaded is not known when this is compiled: both
+// have the same soname.
 bool wait_for_frames(KinectSession& session) {
   if (!poll_for_frames(session)) return false;
   return session.listener->waitForNewFrame(session.frames, kTimeoutMs);
