@@ -27,6 +27,7 @@ TEST_P(UsbDamage, OfEverySecondFrameLeavesTheOthers) {
   Summary summary = summary_of_usb_run({"--frames", "3"});
   EXPECT_EQ(summary["frames"], "3");
   for (const char* name : {"rgb", "ir", "depth"}) EXPECT_EQ(summary[name], "OK") << name;
+  EXPECT_GE(counts_of(log())["corrupted"], 1);
   EXPECT_EQ(leftovers_of(log()), nothing_left());
 }
 

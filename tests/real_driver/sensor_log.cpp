@@ -15,7 +15,11 @@ SensorCounts counts_of(const std::filesystem::path& log) {
     for (std::string word; words >> word;) {
       const std::size_t equals = word.find('=');
       if (equals == std::string::npos) continue;
-      counts[word.substr(0, equals)] += std::strtol(word.c_str() + equals + 1, nullptr, 10);
+      char* rest = nullptr;
+      long& count = counts[word.substr(0, equals)];
+      count += std::strtol(word.c_str() + equals + 1, &rest, 10);
+      // Of colour / of depth.
+      if (*rest == '/') count += std::strtol(rest + 1, nullptr, 10);
     }
   }
   return counts;

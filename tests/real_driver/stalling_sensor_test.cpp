@@ -69,17 +69,17 @@ TEST_P(UsbStall, OfOneStreamFromTheStartIsSaidForInfraredAndDepth) {
 TEST_P(UsbStall, OfThreeSecondsEndsWithNewPictures) {
   const cv::Mat before = 255 - empty_room_picture();
   const ExpectedDashboard scene = scene_after_timeout();
-  std::vector<cv::Mat> pictures(20, empty_room_picture());
+  std::vector<cv::Mat> pictures(50, empty_room_picture());
   pictures.front() = before;
   show(pictures);
-  set_sensor("COLOR_HOLD", "50");
+  set_sensor("COLOR_HOLD", "20");
   set_sensor("STALL", GetParam());
-  set_sensor("STALL_AFTER", "30");
+  set_sensor("STALL_AFTER", "10");
   set_sensor("STALL_MS", "3000");
   DesktopRun run(stage_, start_on_usb({}));
   EXPECT_EQ(run.wait_for(scene), "");
   expect_live_keys(run);
-  EXPECT_EQ(lines_with(log(), "stalls at frame 30"), 1);
+  EXPECT_EQ(lines_with(log(), "stalls at frame 10"), 1);
   EXPECT_EQ(leftovers_of(log()), nothing_left());
 }
 

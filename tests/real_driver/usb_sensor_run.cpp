@@ -50,10 +50,17 @@ void UsbSensorRun::show(const std::vector<cv::Mat>& pictures) {
   const std::filesystem::path folder = stage_.folder() / "seen";
   std::filesystem::remove_all(folder);
   std::filesystem::create_directories(folder);
+  std::filesystem::path last;
   for (std::size_t i = 0; i < pictures.size(); ++i) {
-    cv::Mat picture;
-    cv::resize(pictures[i], picture, kColorSize, 0, 0, cv::INTER_CUBIC);
-    cv::imwrite((folder / (std::to_string(100 + i) + ".jpg")).string(), picture);
+    const std::filesystem::path file = folder / (std::to_string(100 + i) + ".jpg");
+    if (i > 0 && pictures[i].data == pictures[i - 1].data) {
+      std::filesystem::create_hard_link(last, file);
+    } else {
+      cv::Mat picture;
+      cv::resize(pictures[i], picture, kColorSize, 0, 0, cv::INTER_CUBIC);
+      cv::imwrite(file.string(), picture);
+    }
+    last = file;
   }
   set_sensor("COLOR", folder.string());
 }
