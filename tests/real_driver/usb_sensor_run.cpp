@@ -139,6 +139,10 @@ std::string UsbSensorRun::wait_for_streams(DesktopRun& run, ExpectedDashboard ex
   return last_difference;
 }
 
+bool UsbSensorRun::wait_for_log(const std::string& text) const {
+  return wait_until([&] { return lines_with(log(), text) > 0; });
+}
+
 void UsbSensorRun::expect_live_keys(DesktopRun& run) {
   run.desktop().press("b");
   EXPECT_TRUE(run.wait_for_message("Debug boxes/detail enabled"));

@@ -66,6 +66,9 @@ class UsbSensorRun : public SensorRun {
   // Presses a key that must show, and then q.
   static void expect_live_keys(DesktopRun& run);
 
+  // Waits for a line with the text in log(). False: it did not come before the deadline.
+  bool wait_for_log(const std::string& text) const;
+
   // The sensor's log of the last run.
   std::filesystem::path log() const { return stage_.folder() / "usb.log"; }
 
