@@ -24,7 +24,8 @@ class UsbPhotograph : public UsbSensorRun, public ::testing::WithParamInterface<
     Options options;
     options.width = kWidth;
     options.height = kHeight;
-    if (dashboard.empty()) return {};
+    // The window comes up in another size.
+    if (dashboard.size() != cv::Size(kWidth, kHeight)) return {};
     return dashboard(dashboard_geometry(options).image_area);
   }
 };
@@ -47,12 +48,22 @@ TEST_P(UsbPhotograph, GivesTheFacesOfItsRecording) {
   EXPECT_EQ(leftovers_of(log()), nothing_left());
 }
 
+// Of the recording, the picture is awaited in which somebody has been found.
 TEST_P(UsbPhotograph, IsShownLikeItsRecording) {
   show({people(GetParam())});
   record_sets(1);
   const std::vector<std::string> arguments = {"--view", "rgb"};
-  DesktopRun recording(stage_, start(arguments));
+  const Stage stage_of_recording;
+  std::filesystem::create_directories(stage_of_recording.samples_folder());
+  std::filesystem::copy(stage_.samples_folder(), stage_of_recording.samples_folder(),
+                        std::filesystem::copy_options::recursive);
+  DesktopRun recording(stage_of_recording, start(arguments));
   DesktopRun sensor(stage_, start_on_usb(arguments));
+  const std::string message = "Face detected: " + std::to_string(GetParam());
+  recording.expect_messages({message});
+  if (GetParam() > 0) {
+    EXPECT_TRUE(recording.wait_for_message(message));
+  }
   EXPECT_TRUE(wait_until([&] {
     const cv::Mat expected = image_area(recording.desktop().screenshot());
     const cv::Mat shown = image_area(sensor.desktop().screenshot());
