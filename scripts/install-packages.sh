@@ -33,6 +33,7 @@ test_packages=(
     locales                           # sources of a locale with a decimal comma
     clang-format                      # the layout of sources
     openbox                           # closing and resizing windows as a person does
+    libusb-1.0-0-dev libturbojpeg0-dev   # a Kinect v2 on USB that is not there
 )
 bench_packages=(libbenchmark-dev)
 clang_packages=(clang)
