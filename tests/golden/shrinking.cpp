@@ -54,9 +54,10 @@ void sum_up_row(const cv::Mat& picture, int row, const std::vector<Share>& acros
   const uchar* const pixels = picture.ptr<uchar>(row);
   std::fill(sums.begin(), sums.end(), 0.0F);
   for (const Share& share : across) {
+    const uchar* const pixel = pixels + share.from * channels;
+    float* const sum = sums.data() + share.to * channels;
     for (int channel = 0; channel < channels; ++channel) {
-      const float level = pixels[share.from * channels + channel];
-      sums[static_cast<std::size_t>(share.to * channels + channel)] += level * share.weight;
+      sum[channel] += static_cast<float>(pixel[channel]) * share.weight;
     }
   }
 }

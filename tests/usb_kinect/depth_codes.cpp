@@ -198,7 +198,7 @@ Bytes encode_depth(const DepthPicture& picture, const Lens& lens) {
     const int sensor_row = kDepthHeight - 1 - row;
     PixelWriter pixel(frame, sensor_row);
     for (int column = 1; column < kDepthWidth - 1; ++column) {
-      const auto i = static_cast<std::size_t>(row * kDepthWidth + column);
+      const auto i = static_cast<std::size_t>(row) * kDepthWidth + static_cast<std::size_t>(column);
       const double infrared = static_cast<double>(picture.infrared[i]);
       const double depth = static_cast<double>(picture.depth[i]);
       if (infrared >= kSaturation) {
