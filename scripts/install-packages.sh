@@ -34,6 +34,7 @@ test_packages=(
     clang-format                      # the layout of sources
     openbox                           # closing and resizing windows as a person does
     libusb-1.0-0-dev libturbojpeg0-dev   # a Kinect v2 on USB that is not there
+    git                               # repositories that the tests make
 )
 bench_packages=(libbenchmark-dev)
 clang_packages=(clang)

@@ -20,6 +20,8 @@ struct ScriptResult {
 };
 
 // The fakes:
+//   id          says that root runs the script, unless root_is_refused() was called. A real sudo
+//               would look for the other fakes elsewhere
 //   dpkg-query  says that every package is installed, unless packages_are_missing() was called
 //   git         has exactly the commit that it is asked for
 //   cmake       makes files in the places of those that the scripts look at. While the stage has a
