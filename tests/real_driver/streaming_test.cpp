@@ -45,8 +45,8 @@ TEST_P(UsbDriverBuild, DeliversAndEnds) {
   DesktopRun run(stage_, start_on_usb({}, GetParam()));
   EXPECT_EQ(wait_for_streams(run, recorded_scene("combo")), "");
   const std::string maps = read_text("/proc/" + std::to_string(run.program().id()) + "/maps");
-  const std::string library_folder = GetParam().library_folder;
-  EXPECT_NE(maps.find(library_folder + "/libfreenect2.so"), std::string::npos);
+  const std::string driver_folder = GetParam().driver_folder;
+  EXPECT_NE(maps.find(driver_folder + "/libfreenect2.so"), std::string::npos);
   expect_live_keys(run);
   EXPECT_GE(std::stoi(summary_values(run.program().output()).at("frames")), 1);
   EXPECT_EQ(leftovers_of(log()), nothing_left());

@@ -76,8 +76,8 @@ ProgramStart UsbSensorRun::start_on_usb(const std::vector<std::string>& argument
                                         const DriverBuild& build) const {
   std::filesystem::remove(log());
   ProgramStart start = {in_readable_window(arguments), "", environment(), build.program};
-  const std::string library_folder = build.library_folder;
-  if (!library_folder.empty()) start.environment["LD_LIBRARY_PATH"] = library_folder;
+  const std::string driver_folder = build.driver_folder;
+  if (!driver_folder.empty()) start.environment["LD_LIBRARY_PATH"] = driver_folder;
   return start;
 }
 

@@ -15,7 +15,7 @@ namespace halcyra {
 struct DriverBuild {
   const char* name;
   const char* program;
-  const char* library_folder;
+  const char* driver_folder;
 };
 
 // Built against the driver whose timed wait keeps its time.
