@@ -11,7 +11,7 @@ make_debian_root() {
         echo "skipped, as making a Debian of its own needs root"
         return 1
     fi
-    if ! unshare --mount --pid --fork true 2>/dev/null; then
+    if ! unshare --mount --pid --fork --mount-proc true 2>/dev/null; then
         echo "skipped, as a Debian of its own cannot be entered here: no namespaces"
         return 1
     fi
