@@ -104,13 +104,15 @@ class RestlessUser {
 
 class RestlessWindow : public SensorRun {
  protected:
-  // Brings the window back to its size at the start. False: it does not come.
+  // Brings the window back to its size at the start, and wholly onto the screen, as no picture can
+  // be taken of it elsewhere. False: it does not come.
   static bool settled(XDesktop& desktop) {
     return wait_until([&desktop] {
       if (!desktop.follow_window()) return false;
       desktop.set_fullscreen(false);
       desktop.bring_back();
       desktop.resize({kWidth, kHeight});
+      desktop.move({100, 100});
       return desktop.window_shown() && desktop.window_size() == cv::Size(kWidth, kHeight);
     });
   }
