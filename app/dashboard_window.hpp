@@ -1,4 +1,4 @@
-// The one window of the program: the only place that talks to the window system.
+// The dashboard's window.
 #pragma once
 
 #include <opencv2/core/mat.hpp>
@@ -7,14 +7,6 @@
 #include "probes/display_info.hpp"
 
 namespace halcyra {
-
-// Whether DISPLAY, WAYLAND_DISPLAY or QT_QPA_PLATFORM is set and not empty. Otherwise opening the
-// window would end the process by a signal. Does not try the display.
-bool display_is_named();
-
-// Makes wait_for_key return whole key codes. Must run before the first key wait, and before other
-// threads exist, since it writes the environment.
-void ask_for_whole_key_codes();
 
 // Opens the window at the options' size, or full-screen if they say so. Without a usable display
 // the window system ends the process.

@@ -8,6 +8,7 @@
 #include "app/dashboard_window.hpp"
 #include "app/exit_summary.hpp"
 #include "app/loop_turn.hpp"
+#include "app/picture_window.hpp"
 #include "app/run_state/event_log.hpp"
 #include "app/standard_streams.hpp"
 #include "app/window_geometry.hpp"
@@ -72,8 +73,7 @@ int run_program(int argc, const char* const* argv) {
     return kUsageError;
   }
   if (!display_is_named()) {
-    std::cerr << "No display: none of DISPLAY, WAYLAND_DISPLAY and QT_QPA_PLATFORM is set. "
-                 "QT_QPA_PLATFORM=offscreen runs without one.\n";
+    std::cerr << no_display_message() << "\n";
     return kNoDisplay;
   }
   start_up(center);

@@ -74,9 +74,10 @@ function(halcyra_find_libfreenect2)
   endif()
 endfunction()
 
-# halcyra_program_name(RESULT DRIVER)
-function(halcyra_program_name result driver)
-  set(name halcyra-control-center)
+# halcyra_program_name(RESULT PROGRAM DRIVER)
+# The name of the program's build for the driver; that for the chosen one is the program's own.
+function(halcyra_program_name result program driver)
+  set(name ${program})
   if(NOT driver STREQUAL HALCYRA_DRIVER)
     string(APPEND name -on-${driver})
   endif()
@@ -106,7 +107,7 @@ if(HALCYRA_BUILD_TESTS)
   list(APPEND HALCYRA_DRIVERS ignoring_timeout)
 endif()
 list(REMOVE_DUPLICATES HALCYRA_DRIVERS)
-halcyra_program_name(HALCYRA_PROGRAM_ON_VIRTUAL virtual)
+halcyra_program_name(HALCYRA_PROGRAM_ON_VIRTUAL halcyra-control-center virtual)
 
 # What starts the program reads the choice from the file, too.
 file(WRITE ${PROJECT_BINARY_DIR}/kinect-driver "${HALCYRA_DRIVER}\n")

@@ -1,42 +1,17 @@
 #include "face_pipeline/owner_recognition.hpp"
 
-#include <cfloat>
 #include <numeric>
 #include <vector>
 
-#include <opencv2/imgproc.hpp>
-
 #include "app/run_state/event_log.hpp"
 #include "app/run_state/runtime_status.hpp"
+#include "face_pipeline/lbph_model.hpp"
 #include "face_pipeline/sample_loader.hpp"
 
 namespace halcyra {
 namespace {
 
 constexpr int kOwnerClass = 1;
-const cv::Size kProbeSize(160, 160);
-
-// Radius 1 with 8 neighbours over an 8 x 8 grid is the classic operator of Ahonen et al., "Face
-// Recognition with Local Binary Patterns" (2004). Without a threshold of its own the model always
-// answers, and the distance decides.
-cv::Ptr<cv::face::LBPHFaceRecognizer> train_model(const std::vector<TrainingSample>& samples) {
-  std::vector<cv::Mat> images;
-  images.reserve(samples.size());
-  for (const TrainingSample& sample : samples) images.push_back(sample.image);
-  const std::vector<int> labels(samples.size(), kOwnerClass);
-  auto model = cv::face::LBPHFaceRecognizer::create(1, 8, 8, 8, DBL_MAX);
-  model->train(images, labels);
-  return model;
-}
-
-cv::Mat make_probe(const cv::Mat& crop) {
-  cv::Mat equalized;
-  cv::equalizeHist(crop, equalized);
-  cv::Mat probe;
-  cv::resize(equalized, probe, kProbeSize, 0, 0, cv::INTER_AREA);
-  return probe;
-}
-
 void count_outcome(const FaceInfo& face, RecognitionState& state, RuntimeStatus& status) {
   if (face.label == "ConfirmedDorran") {
     ++state.cc_confirmed_dorran_predictions;

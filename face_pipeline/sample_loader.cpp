@@ -29,42 +29,45 @@ bool is_sample_file(const fs::directory_entry& entry) {
   return extension == ".png" || extension == ".jpg" || extension == ".jpeg" || extension == ".pgm";
 }
 
+std::string stage_of(const fs::path& relative) {
+  const bool nested = relative.has_parent_path() && relative.parent_path() != ".";
+  return nested ? relative.parent_path().filename().string() : "flat";
+}
+
+}  // namespace
+
 // In path order, so that two runs over the same tree see the same samples.
-std::vector<fs::path> sample_files(const fs::path& root) {
+std::vector<fs::path> sample_files(const fs::path& folder) {
   std::vector<fs::path> files;
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root)) {
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
     if (is_sample_file(entry)) files.push_back(entry.path());
   }
   std::sort(files.begin(), files.end());
   return files;
 }
 
-std::string stage_of(const fs::path& relative) {
-  const bool nested = relative.has_parent_path() && relative.parent_path() != ".";
-  return nested ? relative.parent_path().filename().string() : "flat";
+cv::Mat read_sample(const fs::path& file) {
+  return cv::imread(file.string(), cv::IMREAD_GRAYSCALE);
 }
 
-void append_sample(const fs::path& file, const fs::path& root,
-                   std::vector<TrainingSample>& samples) {
+TrainingSample make_sample(const cv::Mat& picture, const fs::path& relative) {
   TrainingSample sample;
-  sample.image = cv::imread(file.string(), cv::IMREAD_GRAYSCALE);
-  if (sample.image.empty()) return;
-  if (sample.image.size() != kSampleSize) {
-    cv::resize(sample.image, sample.image, kSampleSize, 0, 0, cv::INTER_AREA);
+  sample.image = picture;
+  if (picture.size() != kSampleSize) {
+    cv::resize(picture, sample.image, kSampleSize, 0, 0, cv::INTER_AREA);
   }
-  const fs::path relative = fs::relative(file, root);
   sample.path = relative.generic_string();
   sample.stage = stage_of(relative);
-  samples.push_back(sample);
+  return sample;
 }
 
-}  // namespace
-
 bool load_samples(const std::string& folder, std::vector<TrainingSample>& samples) {
-  const fs::path root = folder;
   std::error_code ignored;
-  if (!fs::exists(root, ignored)) return false;
-  for (const fs::path& file : sample_files(root)) append_sample(file, root, samples);
+  if (!fs::exists(folder, ignored)) return false;
+  for (const fs::path& file : sample_files(folder)) {
+    const cv::Mat picture = read_sample(file);
+    if (!picture.empty()) samples.push_back(make_sample(picture, fs::relative(file, folder)));
+  }
   return !samples.empty();
 }
 

@@ -1,0 +1,64 @@
+#include "app/picture_window.hpp"
+
+#include <cstdlib>
+
+#include <opencv2/core/version.hpp>
+#include <opencv2/highgui.hpp>
+#include <opencv2/imgproc.hpp>
+
+namespace halcyra {
+namespace {
+
+// OpenCV 4.10 centres a picture in the window, never larger than the picture is, and reports that
+// place as the window's; 4.6 stretches it over the whole window. Enlarged twice, the picture claims
+// the whole window even after that has grown. The window shrinks it again by taking every second
+// pixel, which gives the picture back exactly.
+constexpr bool kPictureBoundsWindow = CV_VERSION_MAJOR > 4 || CV_VERSION_MINOR > 6;
+constexpr int kWindowedEnlargement = 2;
+
+// How many times as large as the picture it has to be to fill the screen.
+int fullscreen_enlargement(cv::Size picture, cv::Size screen) {
+  int times = kWindowedEnlargement;
+  while (times * picture.width < screen.width || times * picture.height < screen.height) ++times;
+  return times;
+}
+
+}  // namespace
+
+bool display_is_named() {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    const char* value = std::getenv(name);
+    if (value != nullptr && *value != '\0') return true;
+  }
+  return false;
+}
+
+std::string no_display_message() {
+  return "No display: none of DISPLAY, WAYLAND_DISPLAY and QT_QPA_PLATFORM is set. "
+         "QT_QPA_PLATFORM=offscreen runs without one.";
+}
+
+// Without this variable only the low byte of a key code arrives, so a cursor key is mistaken for
+// the letter with the same low byte.
+void ask_for_whole_key_codes() { setenv("OPENCV_LEGACY_WAITKEY", "1", 1); }
+
+// No toolbar and no fixed aspect ratio: with either, the live size would differ from the size of
+// the picture.
+void open_picture_window(const std::string& title, cv::Size size, bool fullscreen) {
+  cv::namedWindow(title, cv::WINDOW_NORMAL | cv::WINDOW_FREERATIO | cv::WINDOW_GUI_NORMAL);
+  cv::resizeWindow(title, size.width, size.height);
+  cv::setWindowProperty(title, cv::WND_PROP_FULLSCREEN, fullscreen ? 1.0 : 0.0);
+}
+
+cv::Rect picture_place(const std::string& title) { return cv::getWindowImageRect(title); }
+
+void show_picture(const std::string& title, const cv::Mat& picture,
+                  const std::optional<cv::Size>& screen) {
+  if (!kPictureBoundsWindow) return cv::imshow(title, picture);
+  const int times = screen ? fullscreen_enlargement(picture.size(), *screen) : kWindowedEnlargement;
+  cv::Mat enlarged;
+  cv::resize(picture, enlarged, {}, times, times, cv::INTER_NEAREST);
+  cv::imshow(title, enlarged);
+}
+
+}  // namespace halcyra
