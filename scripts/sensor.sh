@@ -1,14 +1,17 @@
 # shellcheck shell=bash
-# Functions that tell what is known about an attached Kinect v2 before anything opens it. To be sourced.
+# Functions that tell what is known about an attached Kinect v2 before anything opens it, and prepare its
+# driver. To be sourced.
 # HALCYRA_USB_DEVICES: another folder than the kernel's list of USB devices.
 # HALCYRA_SYSTEM: a folder that takes the place of / where device files are looked up.
 
 # needs_no_sensor ARGUMENT...
-# Whether the program, given these arguments, looks for no sensor.
+# Whether a program of the project, given these arguments, looks for no sensor.
 needs_no_sensor() {
     local argument
     for argument in "$@"; do
-        case $argument in --no-camera | --layout-test | --help | -h) return 0 ;; esac
+        case $argument in
+            --no-camera | --layout-test | --from | --report | --version | --help | -h) return 0 ;;
+        esac
     done
     return 1
 }
@@ -50,4 +53,35 @@ may_be_opened() {
     local file
     file=$(device_file "$1")
     [ -z "$file" ] || { [ -r "$file" ] && [ -w "$file" ]; }
+}
+
+# warn_about DEVICE
+# Says what will keep the driver from opening the sensor, as far as it can be known before.
+warn_about() {
+    if ! at_usb_3 "$1"; then
+        echo "The Kinect v2 is connected with $(cat "$1/speed") Mbit/s, as USB 2 is, and will fail to" \
+            "open. Use a USB 3 port of the computer itself and the sensor's own cable."
+    fi
+    if ! may_be_opened "$1"; then
+        echo "You may not read and write $(device_file "$1"), so the Kinect v2 will not be detected." \
+            "Run $(readlink -f "$(dirname "${BASH_SOURCE[0]}")/install-device-rule.sh"), then unplug the sensor and" \
+            "plug it in again."
+    fi
+}
+
+# Only the CPU pipeline needs nothing that may be missing: OpenGL, which the driver prefers, ends the
+# process where it gets no window, and may crash it after the last frame, which costs the exit status.
+choose_pipeline() {
+    export LIBFREENECT2_PIPELINE=${LIBFREENECT2_PIPELINE:-cpu}
+    echo "Kinect driver: libfreenect2 with the pipeline $LIBFREENECT2_PIPELINE"
+}
+
+# tool_program BUILD_FOLDER TOOL
+# The name of the tool's program that has the driver for what is to be seen.
+tool_program() {
+    if [ -n "${VIRTUAL_KINECT:-}" ] && [ "$(cat "$1/kinect-driver")" = libfreenect2 ]; then
+        echo "halcyra-$2-on-virtual"
+    else
+        echo "halcyra-$2"
+    fi
 }

@@ -26,26 +26,6 @@ demonstrate() {
     command=("$root/demo/demonstrate" "$build/demonstration")
 }
 
-# Says what will keep the driver from opening the sensor, as far as it can be known before.
-warn_about() {
-    if ! at_usb_3 "$1"; then
-        echo "The Kinect v2 is connected with $(cat "$1/speed") Mbit/s, as USB 2 is, and will fail to" \
-            "open. Use a USB 3 port of the computer itself and the sensor's own cable."
-    fi
-    if ! may_be_opened "$1"; then
-        echo "You may not read and write $(device_file "$1"), so the Kinect v2 will not be detected." \
-            "Run $(readlink -f "$root/scripts/install-device-rule.sh"), then unplug the sensor and" \
-            "plug it in again."
-    fi
-}
-
-# Only the CPU pipeline needs nothing that may be missing: OpenGL, which the driver prefers, ends the
-# process where it gets no window, and may crash it after the last frame, which costs the exit status.
-choose_pipeline() {
-    export LIBFREENECT2_PIPELINE=${LIBFREENECT2_PIPELINE:-cpu}
-    echo "Kinect driver: libfreenect2 with the pipeline $LIBFREENECT2_PIPELINE"
-}
-
 choose_scene() {
     local kinects kinect
     if needs_no_sensor "${arguments[@]}"; then return; fi

@@ -118,5 +118,50 @@ TEST_F(Run, InstallsTheDeviceRuleWhereRightsAreMissing) {
   EXPECT_TRUE(fs::exists(stage_.path(kRule)));
 }
 
+TEST_F(Run, StartsAToolOnTheSensor) {
+  stage_.attach("045e", "02c4");
+  const ScriptResult result = stage_.run("run", {"enroll", "--per-pose", "5"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, "halcyra-enroll with pipeline cpu and <--per-pose 5>\n");
+  EXPECT_NE(result.errors.find(kDriverLine), std::string::npos) << result.errors;
+  EXPECT_TRUE(fetched());
+  EXPECT_FALSE(fs::exists(stage_.path("checkout/build/halcyra-control-center")));
+}
+
+TEST_F(Run, StartsAToolWithoutASensor) {
+  const ScriptResult result = stage_.run("run", {"record", "my recording"});
+  EXPECT_EQ(result.output, "halcyra-record with pipeline  and <my recording>\n");
+  EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(Run, StartsAToolOnAChosenScene) {
+  stage_.attach("045e", "02c4");
+  stage_.environment["VIRTUAL_KINECT"] = "some/recording";
+  EXPECT_EQ(stage_.run("run", {"enroll"}).output, "halcyra-enroll with pipeline  and <>\n");
+  write_text(stage_.path("system-driver"), "");
+  EXPECT_EQ(stage_.run("run", {"enroll"}).output,
+            "halcyra-enroll-on-virtual with pipeline  and <>\n");
+  EXPECT_FALSE(fetched());
+}
+
+TEST_F(Run, NeedsNoDriverForAToolThatLooksForNoSensor) {
+  stage_.attach("045e", "02c4");
+  for (const char* argument : {"--report", "--from", "--help", "--version"}) {
+    EXPECT_EQ(stage_.run("run", {"enroll", argument}).output,
+              "halcyra-enroll with pipeline  and <" + std::string(argument) + ">\n");
+  }
+  EXPECT_FALSE(fetched());
+}
+
+TEST_F(Run, SaysWhatAToolWillMissOfTheSensor) {
+  stage_.attach("045e", "02d9");
+  EXPECT_EQ(stage_.run("run", {"enroll"}).errors,
+            "Only the hub of a Kinect v2 answers, so its power supply may be missing.\n");
+  stage_.attach("045e", "02c4", "480");
+  write_text(stage_.path("system-driver"), "");
+  const std::string errors = stage_.run("run", {"enroll"}).errors;
+  EXPECT_NE(errors.find("The Kinect v2 is connected with 480 Mbit/s"), std::string::npos) << errors;
+}
+
 }  // namespace
 }  // namespace halcyra

@@ -22,10 +22,9 @@ esac
 
 constexpr const char* kFakeCmake = R"(
 make_program() {
-  mkdir -p "$1"
-  printf '#!/bin/sh\necho "%s with pipeline $LIBFREENECT2_PIPELINE and <$*>"\n' "$2" \
-      >"$1/halcyra-control-center"
-  chmod +x "$1/halcyra-control-center"
+  mkdir -p "${1%/*}"
+  printf '#!/bin/sh\necho "%s with pipeline $LIBFREENECT2_PIPELINE and <$*>"\n' "$2" >"$1"
+  chmod +x "$1"
 }
 case "$*" in
   --preset*)
@@ -51,9 +50,15 @@ case "$*" in
     echo library >"$installed/lib/libfreenect2.so"
     echo "    PATHS $(cat "$STAGE/prefix")/lib" >"$installed/lib/cmake/freenect2/freenect2Config.cmake" ;;
   --build*)
-    make_program "$2" program
-    make_program "$2/demonstration" demonstration
-    : >"$2/demonstration/.halcyra-demonstration" ;;
+    for word in "$@"; do
+      case $word in
+        halcyra-control-center) make_program "$2/$word" program ;;
+        halcyra-*) make_program "$2/$word" "$word" ;;
+        demonstration)
+          make_program "$2/demonstration/halcyra-control-center" demonstration
+          : >"$2/demonstration/.halcyra-demonstration" ;;
+      esac
+    done ;;
 esac
 )";
 

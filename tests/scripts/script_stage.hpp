@@ -24,9 +24,10 @@ struct ScriptResult {
 //               would look for the other fakes elsewhere
 //   dpkg-query  says that every package is installed, unless packages_are_missing() was called
 //   git         has exactly the commit that it is asked for
-//   cmake       makes files in the places of those that the scripts look at. While the stage has a
-//               file "pause" it waits in the middle of compiling the driver, and with a file
-//               "compile-error" it fails to. With "system-driver", configuring finds a driver.
+//   cmake       makes the programs that are asked for, which tell how they were called, and other
+//               files that the scripts look at. While the stage has a file "pause" it waits in the
+//               middle of compiling the driver, and with a file "compile-error" it fails to. With
+//               "system-driver", configuring finds a driver.
 //   udevadm     does nothing
 // Those and sudo write their names and arguments to a list.
 class ScriptStage {
