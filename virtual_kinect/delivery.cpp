@@ -22,6 +22,9 @@ constexpr std::uint64_t kTicksPerSecond = 8000;
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
 constexpr std::chrono::nanoseconds kFrameTime(kNanosecondsPerSecond / kSensorPace);
 
+// After this time, a set made on demand that nobody takes is replaced.
+constexpr std::chrono::milliseconds kStaleAfter(250);
+
 // Long enough to be noticed by a reader that waits for one second at a time.
 constexpr std::chrono::milliseconds kPause(2500);
 constexpr std::uint64_t kPauseTicks = kPause.count() * kTicksPerSecond / 1000;
@@ -34,7 +37,7 @@ struct Delivery::Shared {
   std::mutex mutex;
   std::condition_variable changed;
   bool ended = false;
-  bool set_held = false;  // frames of the set delivered last still exist; pace 0 only
+  std::optional<std::uint64_t> held_set;  // the set delivered last, while its frames exist
   Listeners listeners;
 
   bool is_heard() const { return listeners.color != nullptr || listeners.ir_and_depth != nullptr; }
@@ -43,10 +46,11 @@ struct Delivery::Shared {
 // The frames of one set share this. When the last of them is deleted, the next set may go out.
 class Delivery::SetHold {
  public:
-  explicit SetHold(std::shared_ptr<Shared> shared) : shared_(std::move(shared)) {}
+  SetHold(std::shared_ptr<Shared> shared, std::uint64_t set)
+      : shared_(std::move(shared)), set_(set) {}
   ~SetHold() {
     const std::lock_guard lock(shared_->mutex);
-    shared_->set_held = false;
+    if (shared_->held_set == set_) shared_->held_set.reset();
     shared_->changed.notify_all();
   }
   SetHold(const SetHold&) = delete;
@@ -54,6 +58,7 @@ class Delivery::SetHold {
 
  private:
   const std::shared_ptr<Shared> shared_;
+  const std::uint64_t set_;
 };
 
 Delivery::Delivery(FrameSource source, const DeliverySettings& settings, const Listeners& listeners)
@@ -149,10 +154,14 @@ std::unique_ptr<Frame> Delivery::make_frame_of_set(
   return frame;
 }
 
+// Whether the next set waits until this one has been released.
+bool Delivery::is_held(std::uint64_t set) const {
+  return (settings_.pace == 0 || source_.made_on_demand) && has_all_frames(set);
+}
+
 std::vector<Delivery::PreparedFrame> Delivery::prepare(std::uint64_t set) const {
-  const bool is_held = settings_.pace == 0 && has_all_frames(set);
   const std::shared_ptr<const SetHold> hold =
-      is_held ? std::make_shared<const SetHold>(shared_) : nullptr;
+      is_held(set) ? std::make_shared<const SetHold>(shared_, set) : nullptr;
   std::vector<PreparedFrame> frames;
   for (const Frame::Type stream : source_.streams) {
     if (!is_lost(stream, set, settings_.lost_percent)) {
@@ -178,20 +187,27 @@ bool Delivery::rest(std::chrono::nanoseconds duration) {
 bool Delivery::wait_for_turn(std::uint64_t set) {
   std::unique_lock lock(shared_->mutex);
   if (settings_.pace > 0) {
-    return !shared_->changed.wait_until(lock, due(set), [this] { return shared_->ended; });
+    shared_->changed.wait_until(lock, due(set), [this] { return shared_->ended; });
   }
+  wait_for_release(lock);
+  shared_->held_set = is_held(set) ? std::optional(set) : std::nullopt;
+  return !shared_->ended;
+}
+
+void Delivery::wait_for_release(std::unique_lock<std::mutex>& lock) const {
   const auto is_free = [this] {
-    return shared_->ended || (!shared_->set_held && shared_->is_heard());
+    return shared_->ended || (!shared_->held_set && shared_->is_heard());
   };
-  if (settings_.lost_percent == 0) {
+  if (settings_.pace > 0) {
+    if (!source_.made_on_demand) return;
+    shared_->changed.wait_for(lock, kStaleAfter, is_free);
+  } else if (settings_.lost_percent == 0) {
     shared_->changed.wait(lock, is_free);
   } else {
     // The reader may have used one frame of the last set to complete an earlier one. It then holds
     // the others until a frame of this set completes them too.
     shared_->changed.wait_for(lock, kFrameTime, is_free);
   }
-  shared_->set_held = has_all_frames(set);
-  return !shared_->ended;
 }
 
 // The frames that no listener takes stay in `frames`.

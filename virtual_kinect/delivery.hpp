@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <thread>
 #include <utility>
@@ -27,6 +28,11 @@ struct Listeners {
 // already is skipped, since nobody could take it; the last set never is. With pace 0 the next set
 // is delivered once every frame of the one before has been deleted. Where frames get lost it waits
 // for a thirtieth of a second at most, since nobody may ever release an incomplete set.
+//
+// Of a source whose sets are made on demand, one set is made ahead of the reader: the newest that
+// is due, as soon as the one before has been handed out. It is handed out itself once that one's
+// frames have been deleted, or a quarter of a second later if nobody takes them. So a reader gets
+// sets that are at most as old as the time it takes between two of them, and no others are made.
 //
 // An exception of the source or a listener ends the streams as the death of a sensor does: one line
 // on standard error, and nothing more arrives. Frames may outlive the delivery.
@@ -64,8 +70,10 @@ class Delivery {
   bool has_all_frames(std::uint64_t set) const;
   bool needs_a_rest(std::uint64_t set) const;
   std::vector<PreparedFrame> prepare(std::uint64_t set) const;
+  bool is_held(std::uint64_t set) const;
   bool rest(std::chrono::nanoseconds duration);
   bool wait_for_turn(std::uint64_t set);
+  void wait_for_release(std::unique_lock<std::mutex>& lock) const;
   void hand_out(std::vector<PreparedFrame>& frames);
   std::uint64_t set_after(std::uint64_t set) const;
   std::uint32_t timestamp_of(std::uint64_t set) const;

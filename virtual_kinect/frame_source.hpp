@@ -22,6 +22,7 @@ struct StreamImage {
 struct FrameSource {
   std::vector<libfreenect2::Frame::Type> streams;  // those that deliver anything
   std::optional<std::uint64_t> set_count;          // nothing: there is always a next set
+  bool made_on_demand = false;  // a set costs so much that only sets that are taken should be made
 
   // The image of one of the streams in the given set. Called from one thread at a time; nobody may
   // write to the pixels. An exception ends the delivery.

@@ -42,6 +42,7 @@ FrameSource open_room(std::uint32_t seed) {
   const auto shown = std::make_shared<Room>(seed);
   FrameSource source;
   source.streams = {Frame::Color, Frame::Ir, Frame::Depth};
+  source.made_on_demand = true;
   source.image = [shown](Frame::Type stream, std::uint64_t delivered) {
     const std::uint64_t set = room::kOpeningSet + delivered;
     switch (stream) {

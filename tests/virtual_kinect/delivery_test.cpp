@@ -394,6 +394,105 @@ TEST(RealTimeDelivery, FramesOutliveIt) {
   listener.drop_all();
 }
 
+FrameSource demanded_source(Requests& requests) {
+  FrameSource source = numbered_source(requests);
+  source.made_on_demand = true;
+  return source;
+}
+
+// One set is made ahead; another one for each quarter of a second that nobody takes any.
+std::size_t most_sets_made(std::size_t taken, Clock::duration elapsed) {
+  return taken + 2 + static_cast<std::size_t>(elapsed / std::chrono::milliseconds(250));
+}
+
+TEST(OnDemandDelivery, MakesOnlyWhatIsTaken) {
+  constexpr std::size_t kTaken = 10;
+  Requests requests;
+  SyncMultiFrameListener listener(kAllTypes);
+  const Clock::time_point start = Clock::now();
+  const Delivery delivery(demanded_source(requests), {120}, both(listener));
+  FrameMap frames;
+  for (std::size_t i = 0; i < kTaken; ++i) {
+    ASSERT_TRUE(take_set(listener, frames));
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    listener.release(frames);
+  }
+  EXPECT_LE(requests.wait_for(0).size(), most_sets_made(kTaken, Clock::now() - start));
+}
+
+TEST(OnDemandDelivery, MakesTheNextSetWhileTheOneBeforeIsHeld) {
+  Requests requests;
+  SyncMultiFrameListener listener(kAllTypes);
+  const Delivery delivery(demanded_source(requests), {120}, both(listener));
+  FrameMap frames;
+  ASSERT_TRUE(take_set(listener, frames));
+  const std::uint32_t first = frames.at(Frame::Color)->sequence;
+  const std::size_t made = requests.wait_for(2).size();
+  EXPECT_GE(made, 2U);
+  listener.release(frames);
+  ASSERT_TRUE(take_set(listener, frames));
+  EXPECT_GT(frames.at(Frame::Color)->sequence, first);
+  listener.release(frames);
+}
+
+TEST(OnDemandDelivery, PassesOverSetsWhoseTimeIsGone) {
+  Requests requests;
+  SyncMultiFrameListener listener(kAllTypes);
+  const Delivery delivery(demanded_source(requests), {120}, both(listener));
+  FrameMap frames;
+  ASSERT_TRUE(take_set(listener, frames));
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  listener.release(frames);
+  ASSERT_TRUE(take_set(listener, frames));  // made while the first was held
+  listener.release(frames);
+  ASSERT_TRUE(take_set(listener, frames));
+  EXPECT_GE(frames.at(Frame::Color)->sequence, 12U);  // due after the 100 ms
+  listener.release(frames);
+}
+
+TEST(OnDemandDelivery, ASetThatNobodyTookIsReplaced) {
+  Requests requests;
+  SyncMultiFrameListener listener(kAllTypes);
+  const Delivery delivery(demanded_source(requests), {120}, both(listener));
+  // When the third is being made, two have been delivered.
+  ASSERT_GE(requests.wait_for(3).size(), 3U);
+  FrameMap frames;
+  ASSERT_TRUE(take_set(listener, frames));
+  EXPECT_GE(frames.at(Frame::Color)->sequence, 1U);
+  listener.release(frames);
+}
+
+TEST(OnDemandDelivery, GoesOnWhileASetIsHeld) {
+  Requests requests;
+  KeepingListener listener;
+  const Delivery delivery(demanded_source(requests), {120}, both(listener));
+  EXPECT_GE(listener.wait_for(9).size(), 9U);
+}
+
+TEST(OnDemandDelivery, EndsWhileASetIsHeld) {
+  Requests requests;
+  KeepingListener listener;
+  {
+    const Delivery delivery(demanded_source(requests), {120}, both(listener));
+    listener.wait_for(3);
+  }
+  listener.drop_all();
+}
+
+TEST(OnDemandDelivery, NoSetComesBeforeItIsDue) {
+  Requests requests;
+  SyncMultiFrameListener listener(kAllTypes);
+  const Clock::time_point start = Clock::now();
+  const Delivery delivery(demanded_source(requests), {50}, both(listener));
+  FrameMap frames;
+  for (int i = 0; i < 10; ++i) {
+    ASSERT_TRUE(take_set(listener, frames));
+    EXPECT_GE(Clock::now() - start,
+              std::chrono::milliseconds(20) * frames.at(Frame::Color)->sequence);
+    listener.release(frames);
+  }
+}
+
 TEST(Delivery, EachStreamGoesToItsListener) {
   for (const int pace : {0, 120}) {
     Requests requests;
