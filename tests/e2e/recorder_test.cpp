@@ -135,7 +135,11 @@ TEST_F(Recorder, MayRecordInAnEmptyFolder) {
   expect_whole_sets(1);
 }
 
-class RecorderSignal : public Recorder, public ::testing::WithParamInterface<int> {};
+// Tests that run in the background may have been started with the signals ignored.
+class RecorderSignal : public Recorder, public ::testing::WithParamInterface<int> {
+ protected:
+  RecorderSignal() { signal(GetParam(), SIG_DFL); }
+};
 INSTANTIATE_TEST_SUITE_P(Signals, RecorderSignal, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 TEST_P(RecorderSignal, EndsARecordingInOrder) {

@@ -16,7 +16,11 @@ int answer_to(int number) {
   return stop_requested() ? 0 : 2;
 }
 
-class StopSignal : public ::testing::TestWithParam<int> {};
+// A test that runs in the background may have been started with the signals ignored.
+class StopSignal : public ::testing::TestWithParam<int> {
+ protected:
+  StopSignal() { signal(GetParam(), SIG_DFL); }
+};
 
 TEST_P(StopSignal, AsksForTheEnd) {
   EXPECT_EXIT(_exit(answer_to(GetParam())), ::testing::ExitedWithCode(0), "");
