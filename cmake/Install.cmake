@@ -18,6 +18,7 @@ endif()
 
 # The program, what starts it, and the demonstration.
 install(TARGETS halcyra-control-center RUNTIME)
+install(TARGETS halcyra-record RUNTIME)
 install(PROGRAMS ${packaging}/launcher/halcyra TYPE BIN)
 install(FILES ${packaging}/launcher/folder-readme.txt DESTINATION ${own_files})
 install(PROGRAMS demo/demonstrate DESTINATION ${own_programs}/demonstration)
@@ -54,7 +55,10 @@ foreach(command halcyra-control-center halcyra)
   install(FILES ${completions}/halcyra-control-center.fish
     DESTINATION ${fish_completions} RENAME ${command}.fish)
 endforeach()
-install(FILES ${completions}/_halcyra-control-center
+install(FILES ${completions}/halcyra-record.bash
+  DESTINATION ${bash_completions} RENAME halcyra-record)
+install(FILES ${completions}/halcyra-record.fish DESTINATION ${fish_completions})
+install(FILES ${completions}/_halcyra-control-center ${completions}/_halcyra-record
   DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
 
 # Adds ${output}, the compressed ${input}, to the installed files of the folder `destination`. Without
@@ -68,7 +72,7 @@ function(halcyra_install_compressed input output destination)
   install(FILES ${output} DESTINATION ${destination})
 endfunction()
 
-foreach(page halcyra-control-center halcyra)
+foreach(page halcyra-control-center halcyra halcyra-record)
   configure_file(${packaging}/man/${page}.1.in ${generated}/${page}.1 @ONLY)
   halcyra_install_compressed(${generated}/${page}.1 ${generated}/${page}.1.gz
     ${CMAKE_INSTALL_MANDIR}/man1)

@@ -1,0 +1,31 @@
+#include "record/stop_signal.hpp"
+
+#include <signal.h>
+
+#include <initializer_list>
+
+namespace halcyra::record {
+namespace {
+
+volatile sig_atomic_t g_stop_requested = 0;
+
+void watch(int number) {
+  struct sigaction before {};
+  if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) return;
+  struct sigaction action {};
+  action.sa_handler = [](int) { g_stop_requested = 1; };
+  action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+  sigemptyset(&action.sa_mask);
+  sigaction(number, &action, nullptr);
+}
+
+}  // namespace
+
+void watch_stop_signals() {
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) watch(number);
+  signal(SIGXFSZ, SIG_IGN);
+}
+
+bool stop_requested() { return g_stop_requested != 0; }
+
+}  // namespace halcyra::record

@@ -1,0 +1,14 @@
+// Lets Ctrl-C and its like end a recording in order.
+#pragma once
+
+namespace halcyra::record {
+
+// From now on the first SIGINT, SIGTERM or SIGHUP only asks for the end; the same signal once more
+// ends the process at once. A signal that is ignored, as nohup leaves SIGHUP, stays so. Also lets a
+// write beyond the permitted size of files fail, where SIGXFSZ would end the process.
+void watch_stop_signals();
+
+// Whether the end was asked for.
+bool stop_requested();
+
+}  // namespace halcyra::record

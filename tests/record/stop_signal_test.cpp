@@ -1,0 +1,50 @@
+#include "record/stop_signal.hpp"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+namespace halcyra::record {
+namespace {
+
+// Runs in a process of its own: 0 if the signal asked for the end, once it was watched.
+int answer_to(int number) {
+  watch_stop_signals();
+  if (stop_requested()) return 1;
+  raise(number);
+  return stop_requested() ? 0 : 2;
+}
+
+// A test that runs in the background may have been started with the signals ignored.
+class StopSignal : public ::testing::TestWithParam<int> {
+ protected:
+  StopSignal() { signal(GetParam(), SIG_DFL); }
+};
+
+TEST_P(StopSignal, AsksForTheEnd) {
+  EXPECT_EXIT(_exit(answer_to(GetParam())), ::testing::ExitedWithCode(0), "");
+}
+
+TEST_P(StopSignal, EndsTheProcessTheSecondTime) {
+  EXPECT_EXIT(
+      {
+        answer_to(GetParam());
+        raise(GetParam());
+      },
+      ::testing::KilledBySignal(GetParam()), "");
+}
+
+TEST_P(StopSignal, StaysIgnored) {
+  EXPECT_EXIT(
+      {
+        signal(GetParam(), SIG_IGN);
+        _exit(answer_to(GetParam()));
+      },
+      ::testing::ExitedWithCode(2), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, StopSignal, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+}  // namespace
+}  // namespace halcyra::record
