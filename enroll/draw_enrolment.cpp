@@ -74,29 +74,30 @@ cv::Rect column_of(const cv::Rect& row, double from, double to) {
 void drawDetail(cv::Mat& canvas, const cv::Rect& row, int cap_height, const FaceDetail& detail) {
   const cv::Scalar value_color = detail.missed ? palette::kUnavailable : palette::kRowValue;
   const cv::Scalar limit_color = detail.missed ? palette::kUnavailable : palette::kRowKey;
-  drawLineOfText(canvas, detail.name, column_of(row, 0.0, 0.35), cap_height, palette::kPanelText);
+  drawLineOfText(canvas, detail.name, column_of(row, 0.0, 0.34), cap_height, palette::kPanelText);
   drawLineOfText(canvas, detail.value, column_of(row, 0.36, 0.66), cap_height, value_color);
-  drawLineOfText(canvas, detail.limit, column_of(row, 0.67, 1.0), cap_height, limit_color);
+  drawLineOfText(canvas, detail.limit, column_of(row, 0.69, 1.0), 17 * cap_height / 20,
+                 limit_color);
 }
 
 void drawFaceDetails(cv::Mat& canvas, const EnrolmentLayout& layout, const EnrolmentScene& scene,
                      const FaceInfo& face) {
-  constexpr int kRows = 8;  // the verdict in twice the height, up to six details
+  constexpr int kHalfRows = 19;  // three for the verdict, two for each detail, four for the note
   const cv::Rect& panel = layout.details;
-  const int row_height = (panel.height - 2 * layout.margin) / kRows;
-  cv::Rect row(panel.x + layout.margin, panel.y + layout.margin / 2,
-               panel.width - 2 * layout.margin, 3 * row_height / 2);
+  const int half_row = panel.height / kHalfRows;
+  cv::Rect row(panel.x + layout.margin, panel.y, panel.width - 2 * layout.margin, 3 * half_row);
   const bool accepted = face.quality == "accepted";
   drawLineOfText(canvas, face.quality, row, 3 * layout.cap_height / 2,
                  accepted ? palette::kGood : palette::kUnavailable);
   row.y += row.height;
-  row.height = row_height;
+  row.height = 2 * half_row;
   for (const FaceDetail& detail : face_details(face, scene.progress, scene.observation.nearest)) {
     drawDetail(canvas, row, layout.cap_height, detail);
     row.y += row.height;
   }
   if (scene.judgement.obstacle == Obstacle::kNearCopy) {
-    drawLineOfText(canvas, "almost the same as one already taken", row, layout.cap_height,
+    row.height = 4 * half_row;
+    drawFittedText(canvas, "almost the same as one already taken", row, layout.cap_height,
                    palette::kUnavailable);
   }
 }
@@ -116,12 +117,6 @@ std::string bar_text(const EnrolmentProgress& progress, Pose pose) {
          std::to_string(progress.per_pose) + (one.skipped ? ", skipped" : "");
 }
 
-cv::Scalar bar_color(const EnrolmentProgress& progress, Pose pose) {
-  const PoseProgress& one = progress_of(progress, pose);
-  if (one.taken >= progress.per_pose) return palette::kGood;
-  return one.skipped ? palette::kUntrustedVoice : palette::kUnmatchedVoice;
-}
-
 // The pose that is asked for has a bright outline.
 void drawBar(cv::Mat& canvas, const cv::Rect& place, const EnrolmentLayout& layout,
              const EnrolmentProgress& progress, Pose pose) {
@@ -136,7 +131,7 @@ void drawBar(cv::Mat& canvas, const cv::Rect& place, const EnrolmentLayout& layo
   const int filled = static_cast<int>(std::lround(bar.width * std::min(share, 1.0)));
   if (filled > 0) {
     cv::rectangle(canvas, cv::Rect(bar.tl(), cv::Size(filled, bar.height)),
-                  bar_color(progress, pose), cv::FILLED);
+                  skipped ? palette::kUntrustedVoice : palette::kGood, cv::FILLED);
   }
   const bool asked = asked_pose(progress) == pose;
   cv::rectangle(canvas, bar, asked ? palette::kLitSegmentOutline : palette::kSegmentOutline,

@@ -9,9 +9,9 @@ namespace {
 // Shares of the canvas' height.
 constexpr double kInstructionShare = 0.18;
 constexpr double kBarsShare = 0.14;
-constexpr double kKeysShare = 0.05;
+constexpr double kKeysShare = 0.06;
 // Share of the width.
-constexpr double kDetailsShare = 0.34;
+constexpr double kDetailsShare = 0.37;
 
 int share_of(int length, double share) { return static_cast<int>(std::lround(length * share)); }
 
@@ -22,7 +22,7 @@ EnrolmentLayout enrolment_layout(cv::Size canvas) {
   const double unit = std::min(canvas.width / 1440.0, canvas.height / 810.0);
   EnrolmentLayout layout;
   layout.margin = static_cast<int>(std::lround(14 * unit));
-  layout.cap_height = static_cast<int>(std::lround(18 * unit));
+  layout.cap_height = static_cast<int>(std::lround(20 * unit));
   const int left = layout.margin;
   const int width = canvas.width - 2 * layout.margin;
 

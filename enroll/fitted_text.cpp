@@ -15,7 +15,7 @@ constexpr double kLineHeight = 1.75;   // in cap heights
 constexpr double kSmallestCaps = 9.0;  // that can be read
 constexpr double kShrinkStep = 0.95;
 
-int thickness_for(double scale) { return std::max(1, static_cast<int>(std::lround(1.6 * scale))); }
+int thickness_for(double scale) { return std::max(1, static_cast<int>(std::lround(1.9 * scale))); }
 
 int width_of(const std::string& text, double scale) {
   int below_baseline = 0;
@@ -66,6 +66,18 @@ bool fits(const FittedText& text, cv::Size room) {
          std::all_of(text.lines.begin(), text.lines.end(), is_narrow);
 }
 
+// Makes the lines about equally long, without adding any.
+void balance(FittedText& fitted, const std::string& text, int width) {
+  while (fitted.lines.size() > 1) {
+    width = static_cast<int>(width * kShrinkStep);
+    FittedText narrower = fitted;
+    narrower.lines = lines_of(text, fitted.scale, width, false);
+    const cv::Size room(width, static_cast<int>(fitted.lines.size()) * fitted.line_height);
+    if (!fits(narrower, room)) return;
+    fitted = narrower;
+  }
+}
+
 void putLine(cv::Mat& canvas, const std::string& text, cv::Point left_baseline, double scale,
              const cv::Scalar& color) {
   cv::putText(canvas, text, left_baseline, kFont, scale, color, thickness_for(scale), cv::LINE_AA);
@@ -81,9 +93,11 @@ FittedText fit_text(const std::string& text, cv::Size room, int cap_height) {
     const bool break_words = result.scale * kCapHeight < kSmallestCaps;
     result.lines = lines_of(text, result.scale, room.width, break_words);
     result.line_height = line_height_for(result.scale);
-    if (fits(result, room) || result.scale < kLeastScale) return result;
+    if (fits(result, room) || result.scale < kLeastScale) break;
     result.scale *= kShrinkStep;
   }
+  balance(result, text, room.width);
+  return result;
 }
 
 void drawFittedText(cv::Mat& canvas, const std::string& text, const cv::Rect& room, int cap_height,
