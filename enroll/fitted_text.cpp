@@ -12,6 +12,7 @@ namespace {
 constexpr int kFont = cv::FONT_HERSHEY_SIMPLEX;
 constexpr double kCapHeight = 21.0;    // of the font at scale 1
 constexpr double kLineHeight = 1.75;   // in cap heights
+constexpr double kBaseline = 1.2;      // below the top of the line; leaves room for a descender
 constexpr double kSmallestCaps = 9.0;  // that can be read
 constexpr double kShrinkStep = 0.95;
 
@@ -104,8 +105,8 @@ void drawFittedText(cv::Mat& canvas, const std::string& text, const cv::Rect& ro
                     const cv::Scalar& color) {
   const FittedText fitted = fit_text(text, room.size(), cap_height);
   const int height = static_cast<int>(fitted.lines.size()) * fitted.line_height;
-  const int caps = static_cast<int>(kCapHeight * fitted.scale);
-  int baseline = room.y + (room.height - height + fitted.line_height + caps) / 2;
+  int baseline =
+      room.y + (room.height - height) / 2 + static_cast<int>(kBaseline * kCapHeight * fitted.scale);
   for (const std::string& line : fitted.lines) {
     const int left = room.x + (room.width - width_of(line, fitted.scale)) / 2;
     putLine(canvas, line, {left, baseline}, fitted.scale, color);

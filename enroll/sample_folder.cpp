@@ -27,8 +27,11 @@ bool make_private_folder(const fs::path& folder, std::error_code& error) {
   const fs::path parent = folder.parent_path();
   if (!parent.empty() && parent != folder && !make_private_folder(parent, error)) return false;
   if (::mkdir(folder.c_str(), S_IRWXU) == 0) return true;
-  error = std::error_code(errno, std::generic_category());
-  return error == std::errc::file_exists && fs::is_directory(folder, error);
+  const int reason = errno;
+  // Somebody else may have made it meanwhile; or a file has its name.
+  if (fs::is_directory(folder, error)) return true;
+  error = std::error_code(reason == EEXIST ? ENOTDIR : reason, std::generic_category());
+  return false;
 }
 
 // False with errno set.
