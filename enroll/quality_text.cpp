@@ -41,7 +41,7 @@ std::string advice_for(const std::string& verdict) {
   if (verdict == "too_small") return "Come nearer to the camera.";
   if (verdict == "too_dark") return "Turn on a light in front of you.";
   if (verdict == "too_bright") return "Move out of the glare.";
-  if (verdict == "low_contrast") return "Change the light, and keep fog off the lens.";
+  if (verdict == "low_contrast") return "Change the light, and clean the lens.";
   if (verdict == "too_blurry") return "Hold still, and clean the lens.";
   return "";
 }

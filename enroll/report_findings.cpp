@@ -34,17 +34,19 @@ SampleGroup decodable_samples(const SampleReport& report, const std::string& sta
   return members;
 }
 
-Finding outlier(const std::string& stage, const SampleGroup& group) {
-  const std::string subject = group.size() == 1 ? "This sample is" : "These samples are";
-  return {FindingKind::kOutlier,
-          subject + " unlike the others of " + stage +
-              ": is this the owner? Remove what is not; take more like what is.",
-          group};
+Finding outliers(const std::string& stage, SampleGroup members) {
+  std::sort(members.begin(), members.end());
+  const std::string unlike = " unlike the others of " + stage + ". ";
+  const std::string sentence =
+      members.size() == 1
+          ? "Is this the owner? It is" + unlike + "Take more like it, or remove it."
+          : "Are these the owner? They are" + unlike + "Take more like them, or remove them.";
+  return {FindingKind::kOutlier, sentence, members};
 }
 
 Finding all_unlike(const std::string& stage, const SampleGroup& members) {
   return {FindingKind::kDivided,
-          "The samples of " + stage + " are all unlike each other: are they all of the owner?",
+          "Are all of these the owner? The samples of " + stage + " are all unlike each other.",
           members};
 }
 
@@ -53,8 +55,8 @@ void find_division(const std::string& stage, const std::vector<SampleGroup>& gro
                    std::size_t count, std::vector<Finding>& findings) {
   for (std::size_t i = 0; i < count; ++i) {
     findings.push_back({FindingKind::kDivided,
-                        "The samples of " + stage + " fall into " + std::to_string(count) +
-                            " groups unlike each other. Is this one the owner? Remove what is not.",
+                        "Are these the owner? The samples of " + stage + " fall into " +
+                            std::to_string(count) + " groups, and this is one of them.",
                         groups[i]});
   }
 }
@@ -74,10 +76,12 @@ void find_strangers(const std::string& stage, const std::vector<SampleGroup>& gr
     return;
   }
   if (is_pose(stage) && ties > 1) find_division(stage, groups, ties, findings);
+  SampleGroup doubtful;
   for (std::size_t i = ties; i < groups.size(); ++i) {
-    const bool doubtful = is_pose(stage) || groups[i].size() == 1;
-    if (doubtful) findings.push_back(outlier(stage, groups[i]));
+    if (!is_pose(stage) && groups[i].size() > 1) continue;
+    doubtful.insert(doubtful.end(), groups[i].begin(), groups[i].end());
   }
+  if (!doubtful.empty()) findings.push_back(outliers(stage, doubtful));
 }
 
 void find_strangers(const SampleReport& report, const DistanceTable& distances,
@@ -97,10 +101,11 @@ void find_undecodable(const SampleReport& report, const std::vector<bool>& too_l
   for (std::size_t index = 0; index < report.samples.size(); ++index) {
     if (!report.samples[index].image.empty()) continue;
     if (too_large[index]) {
-      findings.push_back({FindingKind::kTooLarge,
-                          "The dashboard cannot start with this file: it claims to be a larger "
-                          "picture than can be read. Remove it.",
-                          {index}});
+      findings.push_back(
+          {FindingKind::kTooLarge,
+           "The dashboard cannot start with this file, whose picture is too large to "
+           "be read. Remove it.",
+           {index}});
     } else {
       findings.push_back({FindingKind::kUndecodable,
                           "The dashboard leaves this file out: it cannot be decoded. Remove or "
@@ -110,9 +115,11 @@ void find_undecodable(const SampleReport& report, const std::vector<bool>& too_l
   }
 }
 
+// "Too blurry" for "too_blurry".
 std::string plain_words(const std::string& verdict) {
   std::string words = verdict;
   std::replace(words.begin(), words.end(), '_', ' ');
+  words.front() = static_cast<char>(words.front() - 'a' + 'A');
   return words;
 }
 
@@ -121,7 +128,7 @@ void find_refused(const SampleReport& report, std::vector<Finding>& findings) {
     const ReportedSample& sample = report.samples[index];
     if (sample.image.empty() || sample.quality == "accepted") continue;
     findings.push_back({FindingKind::kRefused,
-                        "This sample is " + plain_words(sample.quality) + " (" +
+                        plain_words(sample.quality) + " (" +
                             measure_at_fault(sample.quality, sample.size, sample.measures) +
                             "). Replace it. " + advice_for(sample.quality),
                         {index}});
