@@ -26,7 +26,11 @@ bool make_private_folder(const fs::path& folder, std::error_code& error) {
   if (!parent.empty() && parent != folder && !make_private_folder(parent, error)) return false;
   if (::mkdir(folder.c_str(), S_IRWXU) == 0) return true;
   error = std::error_code(errno, std::generic_category());
-  return error == std::errc::file_exists && fs::is_directory(folder, error);
+  if (error != std::errc::file_exists) return false;
+  // Somebody else has made the folder, or a file is in its place.
+  if (fs::is_directory(folder, error)) return true;
+  if (!error) error = std::make_error_code(std::errc::not_a_directory);
+  return false;
 }
 
 // Gives the file its name unless that is taken. False with errno set, EEXIST for a taken name.
