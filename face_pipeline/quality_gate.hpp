@@ -7,8 +7,7 @@
 
 namespace halcyra {
 
-// The limits of the gate. Smaller crops hold less detail than the recogniser's 160 x 160 probe can
-// use.
+// Smaller crops hold less detail than the recogniser's 160 x 160 probe can use.
 constexpr int kLeastFaceSide = 80;  // pixels
 constexpr double kLeastBrightness = 35.0;
 constexpr double kMostBrightness = 220.0;

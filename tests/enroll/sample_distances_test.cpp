@@ -1,92 +1,92 @@
 #include "enroll/sample_distances.hpp"
 
 #include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
+#include "enroll/sample_limits.hpp"
 #include "face_pipeline/lbph_model.hpp"
-#include "face_pipeline/sample_loader.hpp"
-#include "tests/support/photograph.hpp"
+#include "tests/enroll/sample_set.hpp"
 
 namespace halcyra {
 namespace {
 
-// Crops of the photograph that look like different pictures of a face.
-cv::Mat crop(int number) {
-  return photograph()(photographed_face() + cv::Point(6 * number, 4 * number)).clone();
+cv::Mat noise(int seed) {
+  cv::Mat picture(100, 100, CV_8UC1);
+  cv::RNG random(static_cast<std::uint64_t>(seed));
+  random.fill(picture, cv::RNG::UNIFORM, 0, 256);
+  return picture;
 }
 
-// What the recogniser says of the crop when it knows these samples alone.
-double recognised(const cv::Mat& probe, const std::vector<cv::Mat>& pictures) {
-  std::vector<TrainingSample> samples;
-  for (const cv::Mat& picture : pictures) samples.push_back(make_sample(picture, {}));
-  int label = 0;
-  double distance = 0.0;
-  train_model(samples)->predict(make_probe(probe), label, distance);
-  return distance;
+TEST(SampleDistancesTest, AreNoneWithoutSamples) {
+  const SampleDistances samples;
+  EXPECT_FALSE(samples.nearest(noise(1)));
+  EXPECT_FALSE(samples.near_copy(noise(1)));
+  EXPECT_TRUE(samples.distances(make_probe(noise(1))).empty());
 }
 
-TEST(SampleDistances, KnowNothingWithoutSamples) {
-  const SampleDistances distances;
-  EXPECT_EQ(distances.size(), 0U);
-  EXPECT_FALSE(distances.nearest(crop(0)));
-  EXPECT_FALSE(distances.nearest_other(crop(0), 0));
-}
-
-TEST(SampleDistances, AreWhatTheRecogniserSays) {
-  SampleDistances distances;
-  for (int number = 0; number < 4; ++number) distances.add(crop(3 * number));
-  EXPECT_EQ(distances.size(), 4U);
-  for (int number = 0; number < 4; ++number) {
-    const auto nearest = distances.nearest(crop(3 * number + 1));
-    ASSERT_TRUE(nearest);
-    EXPECT_EQ(nearest->distance,
-              recognised(crop(3 * number + 1), {crop(0), crop(3), crop(6), crop(9)}));
+TEST(SampleDistancesTest, AreThoseOfAModelOfEachSampleAlone) {
+  SampleDistances samples;
+  for (const int shift : {0, 3, 9}) samples.add(shifted_face(shift));
+  const cv::Mat probe = make_probe(shifted_face(1));
+  const std::vector<double> distances = samples.distances(probe);
+  ASSERT_EQ(distances.size(), 3U);
+  std::size_t index = 0;
+  for (const int shift : {0, 3, 9}) {
+    SampleDistances alone;
+    alone.add(shifted_face(shift));
+    EXPECT_DOUBLE_EQ(distances[index++], alone.distances(probe).front()) << shift;
   }
+  EXPECT_LT(distances[0], distances[2]);
 }
 
-TEST(SampleDistances, NameTheNearestSample) {
-  SampleDistances distances;
-  for (int number = 0; number < 4; ++number) distances.add(crop(3 * number));
-  for (std::size_t number = 0; number < 4; ++number) {
-    EXPECT_EQ(distances.nearest(crop(3 * static_cast<int>(number)))->index, number);
-  }
+TEST(SampleDistancesTest, LeaveTheGivenSampleOut) {
+  SampleDistances samples;
+  for (const int shift : {0, 1, 9}) samples.add(shifted_face(shift));
+  EXPECT_EQ(samples.nearest(shifted_face(0))->index, 0U);
+  EXPECT_EQ(samples.nearest_other(shifted_face(0), 0)->index, 1U);
+  SampleDistances one;
+  one.add(shifted_face(0));
+  EXPECT_FALSE(one.nearest_other(shifted_face(0), 0));
 }
 
-TEST(SampleDistances, LeaveOneOut) {
-  SampleDistances distances;
-  for (int number = 0; number < 3; ++number) distances.add(crop(3 * number));
-  const auto other = distances.nearest_other(crop(3), 1);
-  ASSERT_TRUE(other);
-  EXPECT_NE(other->index, 1U);
-  EXPECT_EQ(other->distance, recognised(crop(3), {crop(0), crop(6)}));
+TEST(SampleDistancesTest, ForgetTheLastSample) {
+  SampleDistances samples;
+  samples.add(shifted_face(0));
+  samples.add(shifted_face(9));
+  samples.remove_last();
+  EXPECT_EQ(samples.nearest(shifted_face(9))->index, 0U);
+  samples.remove_last();
+  EXPECT_FALSE(samples.nearest(shifted_face(9)));
 }
 
-TEST(SampleDistances, OfTheOnlySampleAreToNoOther) {
-  SampleDistances distances;
-  distances.add(crop(0));
-  EXPECT_FALSE(distances.nearest_other(crop(0), 0));
-  EXPECT_TRUE(distances.nearest_other(crop(0), 1));
+TEST(NearCopy, IsTheSamePictureHoweverFarItIsFromItself) {
+  // Noise of few grey levels, which equalising changes a lot.
+  const cv::Mat flat = noise(1) / 64 + 100;
+  SampleDistances samples;
+  samples.add(noise(2));
+  samples.add(flat);
+  ASSERT_GT(samples.distances(make_probe(flat))[1], kNearCopyDistance);
+  ASSERT_TRUE(samples.near_copy(flat));
+  EXPECT_EQ(samples.near_copy(flat)->index, 1U);
 }
 
-TEST(SampleDistances, ForgetTheLastSample) {
-  SampleDistances distances;
-  distances.add(crop(0));
-  distances.add(crop(6));
-  distances.remove_last();
-  EXPECT_EQ(distances.size(), 1U);
-  EXPECT_EQ(distances.nearest(crop(6))->index, 0U);
-  EXPECT_EQ(distances.nearest(crop(6))->distance, recognised(crop(6), {crop(0)}));
-  distances.remove_last();
-  EXPECT_FALSE(distances.nearest(crop(0)));
-  distances.add(crop(6));
-  EXPECT_EQ(distances.nearest(crop(6))->distance, recognised(crop(6), {crop(6)}));
+TEST(NearCopy, IsAnythingNearerThanTheLimit) {
+  // The photographed face in pictures of which one has been made a little brighter.
+  SampleDistances samples;
+  samples.add(noise(2));
+  samples.add(shifted_face(0));
+  const cv::Mat brighter = shifted_face(0) + 1;
+  ASSERT_LT(samples.nearest(brighter)->distance, kNearCopyDistance);
+  ASSERT_TRUE(samples.near_copy(brighter));
+  EXPECT_EQ(samples.near_copy(brighter)->index, 1U);
 }
 
-TEST(SampleDistances, TakeSamplesOfAnySize) {
-  SampleDistances distances;
-  cv::Mat large;
-  cv::resize(crop(0), large, {320, 200});
-  distances.add(large);
-  EXPECT_EQ(distances.nearest(crop(0))->distance, recognised(crop(0), {large}));
+TEST(NearCopy, IsNoneOfWhatIsUnlikeAllSamples) {
+  SampleDistances samples;
+  samples.add(noise(2));
+  samples.add(shifted_face(0));
+  ASSERT_GT(samples.nearest(shifted_face(30))->distance, kNearCopyDistance);
+  EXPECT_FALSE(samples.near_copy(shifted_face(30)));
 }
 
 }  // namespace
