@@ -91,7 +91,7 @@ void drawFaceDetails(cv::Mat& canvas, const EnrolmentLayout& layout, const Enrol
                  accepted ? palette::kGood : palette::kUnavailable);
   row.y += row.height;
   row.height = 2 * half_row;
-  for (const FaceDetail& detail : face_details(face, scene.progress, scene.observation.nearest)) {
+  for (const FaceDetail& detail : face_details(face, scene.progress, scene.observation)) {
     drawDetail(canvas, row, layout.cap_height, detail);
     row.y += row.height;
   }

@@ -38,13 +38,16 @@ FaceDetail pose_detail(const std::string& detector_type, const EnrolmentProgress
 }  // namespace
 
 std::vector<FaceDetail> face_details(const FaceInfo& face, const EnrolmentProgress& progress,
-                                     const std::optional<double>& nearest) {
+                                     const Observation& observation) {
   std::vector<FaceDetail> details = {size_detail(face.box.size()),
                                      brightness_detail(face.brightness),
                                      at_least("contrast", face.contrast, kLeastContrast),
                                      at_least("sharpness", face.sharpness, kLeastSharpness),
                                      pose_detail(face.detector_type, progress)};
-  if (nearest) details.push_back(at_least("nearest", *nearest, kNearCopyDistance));
+  if (observation.nearest) {
+    details.push_back(at_least("nearest", *observation.nearest, kNearCopyDistance));
+    details.back().missed = observation.near_copy;
+  }
   return details;
 }
 

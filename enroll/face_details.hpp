@@ -18,8 +18,9 @@ struct FaceDetail {
 };
 
 // Size, brightness, contrast, sharpness, pose and, where it is known, the distance to the nearest
-// sample. Numbers are whole; one that misses its limit is rounded away from it.
+// sample, which counts as missed for every near-copy. `face` is the chosen one of the observation.
+// Numbers are whole; one that misses its limit is rounded away from it.
 std::vector<FaceDetail> face_details(const FaceInfo& face, const EnrolmentProgress& progress,
-                                     const std::optional<double>& nearest);
+                                     const Observation& observation);
 
 }  // namespace halcyra

@@ -18,6 +18,7 @@
 #include "enroll/enrolment_progress.hpp"
 #include "enroll/enrolment_window.hpp"
 #include "enroll/face_search.hpp"
+#include "enroll/report_task.hpp"
 #include "enroll/sample_distances.hpp"
 #include "enroll/sample_folder.hpp"
 #include "enroll/sample_taker.hpp"
@@ -137,7 +138,8 @@ void observe(LiveEnrolment& run, const ColorImages& images) {
   run.color = images.bgr;
   run.progress.last_picture = now();
   if (!run.progress.first_picture) run.progress.first_picture = run.progress.last_picture;
-  run.observation = {search_faces(run.detectors, images.grey, run.pipeline), std::nullopt};
+  run.observation = {};
+  run.observation.faces = search_faces(run.detectors, images.grey, run.pipeline);
   const std::optional<std::size_t> chosen = chosen_face(run.observation.faces);
   if (!chosen) return;
   const FaceInfo& face = run.observation.faces[*chosen];
@@ -146,6 +148,7 @@ void observe(LiveEnrolment& run, const ColorImages& images) {
   if (const std::optional<NearestSample> nearest = run.distances.nearest(crop)) {
     run.observation.nearest = nearest->distance;
   }
+  run.observation.near_copy = run.distances.near_copy(crop).has_value();
   if (judge(run.progress, run.observation, now()).obstacle == Obstacle::kNone) {
     take_sample(run, face, crop);
   }
@@ -206,7 +209,22 @@ void shut_down(LiveEnrolment& run) {
     std::cout << (pose == kPoses.front() ? "" : ", ") << stage_name(pose) << " "
               << progress_of(run.progress, pose).taken;
   }
-  std::cout << std::endl;
+  std::cout << "\n\n" << std::flush;
+}
+
+// In single quotes, for a shell.
+std::string quoted(const std::string& text) {
+  std::string result = "'";
+  for (const char character : text) {
+    result += character == '\'' ? "'\\''" : std::string(1, character);
+  }
+  return result + "'";
+}
+
+void warn_of_readers(const fs::path& folder) {
+  if (!others_can_read(folder)) return;
+  std::cout << "\nOther users of this computer can read the samples. This makes them private: "
+            << "chmod -R go= " << quoted(folder.string()) << std::endl;
 }
 
 }  // namespace
@@ -226,7 +244,9 @@ int enroll_live(const EnrollOptions& options) {
   while (run_turn(run)) {
   }
   shut_down(run);
-  return run.progress.write_failure.empty() ? 0 : kFailure;
+  const int judgement = report_on_folder(options);
+  warn_of_readers(run.folder);
+  return run.progress.write_failure.empty() ? judgement : kFailure;
 }
 
 }  // namespace halcyra

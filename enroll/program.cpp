@@ -6,6 +6,8 @@
 #include "app/standard_streams.hpp"
 #include "enroll/command_line.hpp"
 #include "enroll/live_enrolment.hpp"
+#include "enroll/picture_enrolment.hpp"
+#include "enroll/report_task.hpp"
 
 namespace halcyra {
 namespace {
@@ -17,10 +19,11 @@ int carry_out(const EnrollOptions& options) {
     case EnrollTask::kLive:
       return enroll_live(options);
     case EnrollTask::kFromPictures:
+      return enroll_from_pictures(options);
     case EnrollTask::kReport:
       break;
   }
-  return 1;
+  return report_on_folder(options);
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "enroll/sample_limits.hpp"
-
 namespace halcyra {
 namespace {
 
@@ -42,7 +40,7 @@ Obstacle obstacle_of_face(const EnrolmentProgress& progress, const Observation& 
   if (face.quality != "accepted") return Obstacle::kPoorQuality;
   const std::optional<Pose> pose = pose_found_by(face.detector_type);
   if (!pose || !is_wanted(progress, *pose)) return Obstacle::kPoseNotWanted;
-  if (observation.nearest && *observation.nearest < kNearCopyDistance) return Obstacle::kNearCopy;
+  if (observation.near_copy) return Obstacle::kNearCopy;
   return Obstacle::kNone;
 }
 

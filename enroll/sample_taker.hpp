@@ -18,6 +18,7 @@ struct Observation {
   // LBPH distance of the chosen face to the nearest sample; nothing without samples, without a face
   // and for a face that the quality gate rejects.
   std::optional<double> nearest;
+  bool near_copy = false;  // whether that face would be a near-copy of a sample
 };
 
 // Why nothing is taken. In the order in which they are looked for: the first that applies is told.

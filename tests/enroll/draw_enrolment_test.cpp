@@ -137,6 +137,7 @@ TEST_P(DrawEnrolment, MarksAMissedLimitInRed) {
 
 TEST_P(DrawEnrolment, SaysInRedThatAFaceIsANearCopy) {
   observation_.nearest = 3.0;
+  observation_.near_copy = true;
   const int copied = reddish_pixels_of(drawn()(layout_.details));
   progress_.paused = true;
   const int paused = reddish_pixels_of(drawn()(layout_.details));

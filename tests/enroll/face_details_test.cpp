@@ -11,9 +11,13 @@ std::string text_of(const FaceDetail& detail) {
   return detail.name + "|" + detail.value + "|" + detail.limit + (detail.missed ? "|missed" : "");
 }
 
-std::vector<std::string> texts_of(const FaceInfo& face, std::optional<double> nearest = {}) {
+std::vector<std::string> texts_of(const FaceInfo& face, std::optional<double> nearest = {},
+                                  bool near_copy = false) {
+  Observation observation = observation_of(face);
+  observation.nearest = nearest;
+  observation.near_copy = near_copy;
   std::vector<std::string> texts;
-  for (const FaceDetail& detail : face_details(face, running_enrolment(), nearest)) {
+  for (const FaceDetail& detail : face_details(face, running_enrolment(), observation)) {
     texts.push_back(text_of(detail));
   }
   return texts;
@@ -40,7 +44,12 @@ TEST(FaceDetails, MarkTheLimitsThatAreMissed) {
                                              "sharpness|59|at least 60|missed",
                                              "pose|left|wanted",
                                              "nearest|29|at least 30|missed"};
-  EXPECT_EQ(texts_of(face, 29.99), expected);
+  EXPECT_EQ(texts_of(face, 29.99, true), expected);
+}
+
+// A picture that is there already may be farther than that from itself.
+TEST(FaceDetails, MarkTheDistanceOfEveryNearCopy) {
+  EXPECT_EQ(texts_of(good_face(), 36.0, true)[5], "nearest|36|at least 30|missed");
 }
 
 TEST(FaceDetails, DoNotRoundTooMuchLightDownToItsLimit) {
@@ -56,7 +65,7 @@ TEST(FaceDetails, SayWhyAPoseIsNotWanted) {
   progress_of(progress, Pose::kLeft).taken = 10;
   progress_of(progress, Pose::kRight).skipped = true;
   const auto pose_of = [&](const char* detector) {
-    return text_of(face_details(good_face(detector), progress, {})[4]);
+    return text_of(face_details(good_face(detector), progress, Observation())[4]);
   };
   EXPECT_EQ(pose_of("profile_left"), "pose|left|complete|missed");
   EXPECT_EQ(pose_of("profile_right"), "pose|right|skipped|missed");

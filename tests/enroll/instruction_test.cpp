@@ -51,7 +51,7 @@ TEST_F(Instruction, AsksTheOthersToLeave) {
 }
 
 TEST_F(Instruction, AsksForADifferentPicture) {
-  observation_.nearest = 12.0;
+  observation_.near_copy = true;
   EXPECT_EQ(now(), "Move a little");
 }
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "enroll/sample_limits.hpp"
 #include "tests/enroll/enrolment_moments.hpp"
 
 namespace halcyra {
@@ -23,11 +22,6 @@ TEST_F(SampleTaker, TakesAGoodFaceOfAWantedPose) {
     observation_ = observation_of(good_face(detector));
     EXPECT_EQ(obstacle(), Obstacle::kNone) << detector;
   }
-}
-
-TEST_F(SampleTaker, TakesTheFirstFaceWithoutAnySampleToCompareWith) {
-  observation_.nearest.reset();
-  EXPECT_EQ(obstacle(), Obstacle::kNone);
 }
 
 TEST_F(SampleTaker, TakesNothingWhereNobodyIs) {
@@ -68,10 +62,8 @@ TEST_F(SampleTaker, TakesNothingOfAPoseThatItDoesNotKnow) {
 }
 
 TEST_F(SampleTaker, TakesNoNearCopies) {
-  observation_.nearest = kNearCopyDistance - 0.01;
+  observation_.near_copy = true;
   EXPECT_EQ(obstacle(), Obstacle::kNearCopy);
-  observation_.nearest = kNearCopyDistance;
-  EXPECT_EQ(obstacle(), Obstacle::kNone);
 }
 
 TEST_F(SampleTaker, WaitsABlinkAfterEachSample) {

@@ -99,12 +99,13 @@ TEST_F(EnrolmentKeys, SkippedPosesAreNotTaken) {
 
 class EnrolmentEnd : public EnrolmentRun {
  protected:
+  // After a run that took nothing, in good order.
   void expect_end() {
     const std::optional<ProcessEnd> end = program_->wait_for_end();
     ASSERT_TRUE(end) << "still running";
-    EXPECT_EQ(end->signal, 0);
+    EXPECT_EQ(end->exit_status, 1);
     EXPECT_EQ(lines_that_begin("Taken: front 0, left 0, right 0"), 1);
-    EXPECT_EQ(program_->errors(), "");
+    EXPECT_EQ(program_->errors(), "There are no samples in faces/dorran.\n");
   }
 };
 

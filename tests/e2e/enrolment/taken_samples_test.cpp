@@ -4,8 +4,6 @@
 #include <opencv2/imgproc.hpp>
 
 #include "enroll/face_search.hpp"
-#include "enroll/sample_distances.hpp"
-#include "enroll/sample_limits.hpp"
 #include "tests/e2e/enrolment/enrolment_run.hpp"
 #include "tests/e2e/exit_summary_line.hpp"
 
@@ -89,6 +87,36 @@ TEST_F(TakenSamples, AreOfAllPoses) {
   EXPECT_EQ(program_->errors(), "");
 }
 
+TEST_F(TakenSamples, AreJudgedAtTheEndAsInAReport) {
+  record_all_poses();
+  for (const std::string per_pose : {"1", "3"}) {
+    SCOPED_TRACE(per_pose);
+    start({"--per-pose", per_pose});
+    EXPECT_TRUE(shows("Done"));
+    const std::optional<ProcessEnd> end = quit();
+    ASSERT_TRUE(end);
+    const std::string output = program_->output();
+    EXPECT_EQ(run_to_end(start_of({"--report", "--per-pose", per_pose})).exit_status,
+              end->exit_status);
+    const std::string report = program_->output();
+    EXPECT_FALSE(report.empty());
+    EXPECT_NE(output.find("\n" + report), std::string::npos) << output << report;
+  }
+}
+
+TEST_F(TakenSamples, AreToBeMadePrivate) {
+  const fs::path folder = stage_.working_folder() / "the owner's";
+  fs::create_directories(folder);
+  const std::string warning = "This makes them private: chmod -R go= 'the owner'\\''s'\n";
+  record(enrolment_picture("far-0"));
+  for (const bool open_to_others : {true, false}) {
+    fs::permissions(folder, open_to_others ? fs::perms(0755) : fs::perms(0700));
+    start({"--samples-dir", folder.filename()});
+    ASSERT_TRUE(quit());
+    EXPECT_EQ(program_->output().find(warning) != std::string::npos, open_to_others);
+  }
+}
+
 TEST_F(TakenSamples, AreToldOneByOne) {
   record(enrolment_picture("front-0"));
   start({"--per-pose", "1"});
@@ -113,11 +141,7 @@ TEST_F(TakenSamples, AreRecognisedByTheDashboard) {
 }
 
 TEST_F(TakenSamples, AreNoNearCopies) {
-  const cv::Mat picture = enrolment_picture("front-0");
-  SampleDistances distances;
-  distances.add(crop_of(picture));
-  ASSERT_LT(distances.nearest(crop_of(picture))->distance, kNearCopyDistance);
-  record(picture);
+  record(enrolment_picture("front-0"));
   start({"--per-pose", "5"});
   EXPECT_TRUE(says("taken front/"));
   EXPECT_TRUE(shows("Move a little"));
