@@ -1,6 +1,7 @@
 #include "enroll/face_search.hpp"
 
 #include <opencv2/core/base.hpp>
+#include <opencv2/core/utils/logger.hpp>
 
 #include "app/run_state/runtime_status.hpp"
 #include "face_pipeline/detection.hpp"
@@ -20,11 +21,15 @@ std::string unusable_cascade(const std::string& path) {
 // Without the profile cascade two of the three poses could never be found.
 bool load_face_search(FaceDetectors& detectors, const Options& options, std::string& complaint) {
   RuntimeStatus status;
+  // OpenCV would write a line of its own about a missing file.
+  const cv::utils::logging::LogLevel level =
+      cv::utils::logging::setLogLevel(cv::utils::logging::LOG_LEVEL_SILENT);
   try {
     load_detectors(detectors, options, status);
   } catch (const cv::Exception&) {
     // OpenCV throws for a file that is no cascade; the status says which one had been loaded.
   }
+  cv::utils::logging::setLogLevel(level);
   if (!status.frontal_cascade_loaded) {
     complaint = unusable_cascade(options.cascade_path);
   } else if (!status.profile_cascade_loaded) {

@@ -1,5 +1,10 @@
 #include "enroll/sample_distances.hpp"
 
+#include <algorithm>
+
+#include <opencv2/core.hpp>
+
+#include "enroll/sample_limits.hpp"
 #include "face_pipeline/lbph_model.hpp"
 #include "face_pipeline/sample_loader.hpp"
 
@@ -32,16 +37,36 @@ std::optional<NearestSample> SampleDistances::nearest(const cv::Mat& crop) const
 
 std::optional<NearestSample> SampleDistances::nearest_other(const cv::Mat& crop,
                                                             std::size_t index) const {
-  if (model_.empty()) return std::nullopt;
-  const auto collector = cv::face::StandardCollector::create();
-  model_->predict(make_probe(crop), collector);
+  const std::vector<double> all = distances(make_probe(crop));
   std::optional<NearestSample> best;
-  for (const auto& [label, distance] : collector->getResults(false)) {
-    const auto candidate = static_cast<std::size_t>(label);
+  for (std::size_t candidate = 0; candidate < all.size(); ++candidate) {
     if (candidate == index) continue;
-    if (!best || distance < best->distance) best = NearestSample{candidate, distance};
+    if (!best || all[candidate] < best->distance) best = NearestSample{candidate, all[candidate]};
   }
   return best;
+}
+
+std::optional<NearestSample> SampleDistances::near_copy(const cv::Mat& crop) const {
+  const std::vector<double> all = distances(make_probe(crop));
+  const cv::Mat image = make_sample(crop, {}).image;
+  for (std::size_t index = 0; index < samples_.size(); ++index) {
+    const bool same = cv::norm(samples_[index].image, image, cv::NORM_INF) == 0;
+    if (same) return NearestSample{index, all[index]};
+  }
+  const auto best = std::min_element(all.begin(), all.end());
+  if (best == all.end() || *best >= kNearCopyDistance) return std::nullopt;
+  return NearestSample{static_cast<std::size_t>(best - all.begin()), *best};
+}
+
+std::vector<double> SampleDistances::distances(const cv::Mat& probe) const {
+  std::vector<double> all(samples_.size());
+  if (model_.empty()) return all;
+  const auto collector = cv::face::StandardCollector::create();
+  model_->predict(probe, collector);
+  for (const auto& [label, distance] : collector->getResults(false)) {
+    all[static_cast<std::size_t>(label)] = distance;
+  }
+  return all;
 }
 
 }  // namespace halcyra

@@ -34,6 +34,15 @@ class SampleDistances {
   // leave-one-out: what the recogniser would say of the sample if it were the face in view.
   std::optional<NearestSample> nearest_other(const cv::Mat& crop, std::size_t index) const;
 
+  // The sample that makes the face a near-copy: one with the same pixels, else the nearest if it is
+  // nearer than kNearCopyDistance. Nothing if the face would be something new. A crop is up to 38
+  // from its own sample, as faces are equalised before they are compared and samples are not; so
+  // the distance alone would miss some copies.
+  std::optional<NearestSample> near_copy(const cv::Mat& crop) const;
+
+  // The distance of a face, given as make_probe returns it, to each sample, by index.
+  std::vector<double> distances(const cv::Mat& probe) const;
+
  private:
   // One class for each sample, so that the model tells the distance to each of them.
   std::vector<TrainingSample> samples_;

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <stdio.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,13 +12,12 @@
 
 #include <opencv2/imgcodecs.hpp>
 
+#include "enroll/private_file.hpp"
+
 namespace halcyra {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Not the ending of a picture, so that nobody takes a file that is being written for a sample.
-const std::string kUnfinished = ".unfinished";
 
 // One folder and those above it; only the ones that are made here get the mode.
 bool make_private_folder(const fs::path& folder, std::error_code& error) {
@@ -28,35 +26,11 @@ bool make_private_folder(const fs::path& folder, std::error_code& error) {
   if (!parent.empty() && parent != folder && !make_private_folder(parent, error)) return false;
   if (::mkdir(folder.c_str(), S_IRWXU) == 0) return true;
   error = std::error_code(errno, std::generic_category());
-  return error == std::errc::file_exists && fs::is_directory(folder, error);
-}
-
-// False with errno set.
-bool write_all(int file, const std::vector<unsigned char>& bytes) {
-  std::size_t written = 0;
-  while (written < bytes.size()) {
-    const ssize_t count = ::write(file, bytes.data() + written, bytes.size() - written);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return false;
-    written += static_cast<std::size_t>(count);
-  }
-  return ::fsync(file) == 0;
-}
-
-// A new file in the folder that only its owner can read; its path. Nothing, with errno set, if it
-// cannot be written.
-std::optional<fs::path> write_unfinished(const fs::path& folder,
-                                         const std::vector<unsigned char>& bytes) {
-  std::string path = folder / ("XXXXXX" + kUnfinished);
-  const int file = ::mkostemps(path.data(), static_cast<int>(kUnfinished.size()), O_CLOEXEC);
-  if (file < 0) return std::nullopt;
-  const bool whole = write_all(file, bytes);
-  const int reason = errno;
-  ::close(file);
-  if (whole) return path;
-  ::unlink(path.c_str());
-  errno = reason;
-  return std::nullopt;
+  if (error != std::errc::file_exists) return false;
+  // Somebody else has made the folder, or a file is in its place.
+  if (fs::is_directory(folder, error)) return true;
+  if (!error) error = std::make_error_code(std::errc::not_a_directory);
+  return false;
 }
 
 // Gives the file its name unless that is taken. False with errno set, EEXIST for a taken name.

@@ -3,16 +3,6 @@
 #include <opencv2/imgproc.hpp>
 
 namespace halcyra {
-namespace {
-
-// Smaller crops hold less detail than the recogniser's 160 x 160 probe can use.
-constexpr int kLeastSide = 80;
-constexpr double kLeastBrightness = 35.0;
-constexpr double kMostBrightness = 220.0;
-constexpr double kLeastContrast = 20.0;
-constexpr double kLeastSharpness = 60.0;
-
-}  // namespace
 
 FaceMeasures measure_face(const cv::Mat& face) {
   cv::Scalar mean;
@@ -27,7 +17,7 @@ FaceMeasures measure_face(const cv::Mat& face) {
 }
 
 std::string quality_verdict(cv::Size size, const FaceMeasures& measures) {
-  if (size.width < kLeastSide || size.height < kLeastSide) return "too_small";
+  if (size.width < kLeastFaceSide || size.height < kLeastFaceSide) return "too_small";
   if (measures.brightness < kLeastBrightness) return "too_dark";
   if (measures.brightness > kMostBrightness) return "too_bright";
   if (measures.contrast < kLeastContrast) return "low_contrast";

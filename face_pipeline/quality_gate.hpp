@@ -7,6 +7,13 @@
 
 namespace halcyra {
 
+// Smaller crops hold less detail than the recogniser's 160 x 160 probe can use.
+constexpr int kLeastFaceSide = 80;  // pixels
+constexpr double kLeastBrightness = 35.0;
+constexpr double kMostBrightness = 220.0;
+constexpr double kLeastContrast = 20.0;
+constexpr double kLeastSharpness = 60.0;
+
 struct FaceMeasures {
   double brightness;  // mean grey level, 0 to 255
   double contrast;    // standard deviation of the grey levels

@@ -29,11 +29,6 @@ bool is_sample_file(const fs::directory_entry& entry) {
   return extension == ".png" || extension == ".jpg" || extension == ".jpeg" || extension == ".pgm";
 }
 
-std::string stage_of(const fs::path& relative) {
-  const bool nested = relative.has_parent_path() && relative.parent_path() != ".";
-  return nested ? relative.parent_path().filename().string() : "flat";
-}
-
 }  // namespace
 
 // In path order, so that two runs over the same tree see the same samples.
@@ -48,6 +43,11 @@ std::vector<fs::path> sample_files(const fs::path& folder) {
 
 cv::Mat read_sample(const fs::path& file) {
   return cv::imread(file.string(), cv::IMREAD_GRAYSCALE);
+}
+
+std::string stage_of(const fs::path& relative) {
+  const bool nested = relative.has_parent_path() && relative.parent_path() != ".";
+  return nested ? relative.parent_path().filename().string() : "flat";
 }
 
 TrainingSample make_sample(const cv::Mat& picture, const fs::path& relative) {

@@ -20,6 +20,10 @@ std::vector<std::filesystem::path> sample_files(const std::filesystem::path& fol
 // throws for a file whose header claims more than 2^30 pixels.
 cv::Mat read_sample(const std::filesystem::path& file);
 
+// The name of the folder that holds the file, given by its path from the samples folder; "flat" for
+// a file in the samples folder itself.
+std::string stage_of(const std::filesystem::path& relative);
+
 // The 8-bit grey picture as a 160 x 160 sample. `relative` is its path from the samples folder. The
 // pixels are shared if the picture has that size already.
 TrainingSample make_sample(const cv::Mat& picture, const std::filesystem::path& relative);

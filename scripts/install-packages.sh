@@ -19,7 +19,7 @@ source "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/as-root.sh"
 
 run_packages=(
     g++ cmake ninja-build pkg-config
-    libopencv-dev libopencv-contrib-dev libre2-dev
+    libopencv-dev libopencv-contrib-dev libre2-dev nlohmann-json3-dev
     opencv-data                       # the face cascades
     x11-xserver-utils x11-utils       # xrandr and xdpyinfo, which tell the screen size
 )

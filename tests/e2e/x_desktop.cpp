@@ -14,20 +14,18 @@
 namespace halcyra {
 namespace {
 
-constexpr char kTitle[] = "Halcyra Control Center";
-
 // Windows come and go between two requests; the requests then fail, which their results tell.
 int ignore_error(Display*, XErrorEvent*) { return 0; }
 
-bool has_title(Display* display, Window window) {
+bool has_title(Display* display, Window window, const std::string& title) {
   char* name = nullptr;
-  const bool found = XFetchName(display, window, &name) != 0 && std::string(name) == kTitle;
+  const bool found = XFetchName(display, window, &name) != 0 && name == title;
   XFree(name);
   return found;
 }
 
 // Depth first, because a window manager puts its own frame around the window.
-Window find_titled(Display* display, Window parent) {
+Window find_titled(Display* display, Window parent, const std::string& title) {
   Window root = 0;
   Window grandparent = 0;
   Window* children = nullptr;
@@ -35,7 +33,8 @@ Window find_titled(Display* display, Window parent) {
   if (XQueryTree(display, parent, &root, &grandparent, &children, &count) == 0) return 0;
   Window found = 0;
   for (unsigned int i = 0; i < count && found == 0; ++i) {
-    found = has_title(display, children[i]) ? children[i] : find_titled(display, children[i]);
+    found = has_title(display, children[i], title) ? children[i]
+                                                   : find_titled(display, children[i], title);
   }
   XFree(children);
   return found;
@@ -43,7 +42,7 @@ Window find_titled(Display* display, Window parent) {
 
 }  // namespace
 
-XDesktop::XDesktop(const std::string& display) {
+XDesktop::XDesktop(const std::string& display, const std::string& title) : title_(title) {
   XSetErrorHandler(ignore_error);
   display_ = std::shared_ptr<Display>(XOpenDisplay(display.c_str()), [](Display* opened) {
     if (opened != nullptr) XCloseDisplay(opened);
@@ -54,7 +53,7 @@ XDesktop::XDesktop(const std::string& display) {
 bool XDesktop::find_window() {
   Display* const display = display_.get();
   const bool shown = wait_until([this, display] {
-    window_ = find_titled(display, DefaultRootWindow(display));
+    window_ = find_titled(display, DefaultRootWindow(display), title_);
     return window_shown();
   });
   if (!shown) return false;
@@ -71,7 +70,7 @@ bool XDesktop::window_shown() {
 }
 
 bool XDesktop::follow_window() {
-  if (const Window found = find_titled(display_.get(), DefaultRootWindow(display_.get()))) {
+  if (const Window found = find_titled(display_.get(), DefaultRootWindow(display_.get()), title_)) {
     window_ = found;
     return true;
   }

@@ -12,9 +12,11 @@ namespace halcyra {
 
 class XDesktop {
  public:
-  explicit XDesktop(const std::string& display);
+  // `title` is that of the window to look for.
+  explicit XDesktop(const std::string& display,
+                    const std::string& title = "Halcyra Control Center");
 
-  // Waits until the window "Halcyra Control Center" is on the screen and gives it the keyboard.
+  // Waits until the window is on the screen and gives it the keyboard.
   // False: it did not come.
   bool find_window();
   bool window_shown();
@@ -57,6 +59,7 @@ class XDesktop {
   void send_key(const std::string& keysym_name, bool down);
   void ask_manager(const char* request, long first, long second);
 
+  std::string title_;
   std::shared_ptr<_XDisplay> display_;
   unsigned long window_ = 0;
   int times_hidden_ = 0;
