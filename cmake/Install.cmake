@@ -16,9 +16,8 @@ if(HALCYRA_DRIVER STREQUAL "libfreenect2")
   include(InstallLibfreenect2)
 endif()
 
-# The program, what starts it, and the demonstration.
-install(TARGETS halcyra-control-center RUNTIME)
-install(TARGETS halcyra-record RUNTIME)
+# The programs, what starts them, and the demonstration.
+install(TARGETS halcyra-control-center halcyra-enroll halcyra-record RUNTIME)
 install(PROGRAMS ${packaging}/launcher/halcyra TYPE BIN)
 install(FILES ${packaging}/launcher/folder-readme.txt DESTINATION ${own_files})
 install(PROGRAMS demo/demonstrate DESTINATION ${own_programs}/demonstration)
@@ -32,7 +31,7 @@ endif()
 # The desktop's files.
 set(id org.halcyra.ControlCenter)
 configure_file(${packaging}/desktop/${id}.metainfo.xml.in ${generated}/${id}.metainfo.xml @ONLY)
-install(FILES ${packaging}/desktop/${id}.desktop
+install(FILES ${packaging}/desktop/${id}.desktop ${packaging}/desktop/${id}.Enrolment.desktop
   DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${generated}/${id}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
@@ -55,10 +54,12 @@ foreach(command halcyra-control-center halcyra)
   install(FILES ${completions}/halcyra-control-center.fish
     DESTINATION ${fish_completions} RENAME ${command}.fish)
 endforeach()
-install(FILES ${completions}/halcyra-record.bash
-  DESTINATION ${bash_completions} RENAME halcyra-record)
-install(FILES ${completions}/halcyra-record.fish DESTINATION ${fish_completions})
-install(FILES ${completions}/_halcyra-control-center ${completions}/_halcyra-record
+foreach(tool halcyra-enroll halcyra-record)
+  install(FILES ${completions}/${tool}.bash DESTINATION ${bash_completions} RENAME ${tool})
+  install(FILES ${completions}/${tool}.fish DESTINATION ${fish_completions})
+endforeach()
+install(FILES ${completions}/_halcyra-control-center ${completions}/_halcyra-enroll
+  ${completions}/_halcyra-record
   DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
 
 # Adds ${output}, the compressed ${input}, to the installed files of the folder `destination`. Without
@@ -72,7 +73,7 @@ function(halcyra_install_compressed input output destination)
   install(FILES ${output} DESTINATION ${destination})
 endfunction()
 
-foreach(page halcyra-control-center halcyra halcyra-record)
+foreach(page halcyra-control-center halcyra-enroll halcyra-record halcyra)
   configure_file(${packaging}/man/${page}.1.in ${generated}/${page}.1 @ONLY)
   halcyra_install_compressed(${generated}/${page}.1 ${generated}/${page}.1.gz
     ${CMAKE_INSTALL_MANDIR}/man1)

@@ -26,7 +26,7 @@ _halcyra_control_center() {
             ;;
     esac
     if [ "${COMP_WORDS[0]##*/}" = halcyra ] && [ "$COMP_CWORD" -eq 1 ]; then
-        options="--demonstration $options"
+        options="--demonstration enroll record $options"
     fi
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
 }

@@ -25,3 +25,5 @@ for program in halcyra-control-center halcyra
     complete -c $program -s h -l help -d 'Show the usage'
 end
 complete -c halcyra -l demonstration -d 'Show a rendered room'
+complete -c halcyra -n __fish_use_subcommand -a enroll -d "Take samples of the owner's face"
+complete -c halcyra -n __fish_use_subcommand -a record -d 'Record what the sensor sees'
