@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Takes the pictures of the documentation: the demonstration's window in each view, at a moment that
-# shows what the view is for. It depends on the machine which frame is on the screen at that moment, so
+# shows what the view is for, and the enrolment of its owner. It depends on the machine which frame is on the screen at that moment, so
 # no two runs give the same pixels.
 # Usage: take-pictures.sh [FOLDER], by default docs/pictures; build the program first
 set -euo pipefail
@@ -23,10 +23,27 @@ play_for() {
     kill $!
 }
 
-if [ "${1:-}" = --play-for ]; then
-    play_for "${@:2}"
-    exit
-fi
+# Enrols the room's owner into the folder, and ends in the middle of the second pose.
+enrol_into() {
+    VIRTUAL_KINECT=room "$root/build/halcyra-enroll" --per-pose 4 --samples-dir "$1" &
+    until [ "$(find "$1" -path '*/left/*.png' | wc -l)" -ge 2 ]; do
+        kill -0 $!
+        sleep 0.1
+    done
+    sleep 0.5
+    kill $!
+}
+
+case ${1:-} in
+    --play-for)
+        play_for "${@:2}"
+        exit
+        ;;
+    --enrol-into)
+        enrol_into "$2"
+        exit
+        ;;
+esac
 
 pictures=$(readlink -f "${1:-$root/docs/pictures}")
 mkdir -p "$pictures"
@@ -44,6 +61,13 @@ take_at() {
     take "$name" "$here/take-pictures.sh" --play-for "$seconds" "$@"
 }
 
+take_enrolment() {
+    local samples
+    samples=$(mktemp -d)
+    take enrolment "$here/take-pictures.sh" --enrol-into "$samples"
+    rm -r "$samples"
+}
+
 take_at 4 combo
 take_at 4 ir --view ir
 take_at 4 depth --view depth
@@ -55,3 +79,4 @@ take_at 32.5 follow --view follow
 take_at 50 three-people --view combo
 take_at 56 scan --view combo
 take degraded "$root/build/halcyra-control-center" --no-camera --frames 60
+take_enrolment

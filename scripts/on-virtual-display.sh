@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command on an X server without a monitor and keeps a picture of the dashboard's window as
-# it last was. Ends with the command's status.
+# Runs a command on an X server without a monitor and keeps a picture of the window of the dashboard
+# or of the enrolment as it last was. Ends with the command's status.
 # Usage: on-virtual-display.sh PICTURE COMMAND [ARGUMENT]...
 #   PICTURE  a .png or .jpg file
 set -euo pipefail
@@ -34,8 +34,11 @@ start_server() {
 
 # The window's number while it is on the screen. A closed window can exist for a moment longer, black.
 shown_window() {
-    xwininfo -name "Halcyra Control Center" 2>/dev/null |
-        awk '/Window id/ {id = $4} /Map State: IsViewable/ {print id}'
+    local title
+    for title in "Halcyra Control Center" "Halcyra Enrolment"; do
+        xwininfo -name "$title" 2>/dev/null |
+            awk '/Window id/ {id = $4} /Map State: IsViewable/ {print id}'
+    done
 }
 
 # Fails while there is no window, at the start and at the end of a run; an older picture is kept.
