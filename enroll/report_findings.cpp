@@ -148,6 +148,12 @@ std::optional<std::size_t> same_picture(const SampleReport& report, const Distan
   return std::nullopt;
 }
 
+// In both directions: a sample that an enrolment has taken was far enough from those before it, but
+// they may be a little nearer to it.
+bool are_near_copies(const DistanceTable& distances, std::size_t a, std::size_t b) {
+  return distances[a][b] < kNearCopyDistance && distances[b][a] < kNearCopyDistance;
+}
+
 void find_near_copies(const SampleReport& report, const DistanceTable& distances,
                       std::vector<Finding>& findings) {
   std::set<std::pair<std::size_t, std::size_t>> named;
@@ -161,7 +167,7 @@ void find_near_copies(const SampleReport& report, const DistanceTable& distances
     if (sample.image.empty()) continue;
     if (const auto other = same_picture(report, distances, index)) {
       name_once(*other, index, "These samples are the same picture. Keep one of them.");
-    } else if (sample.nearest && sample.nearest->distance < kNearCopyDistance) {
+    } else if (sample.nearest && are_near_copies(distances, index, sample.nearest->index)) {
       name_once(index, sample.nearest->index,
                 "These samples are almost the same (distance " +
                     decimal_text(sample.nearest->distance, 1) + "). Keep one of them.");

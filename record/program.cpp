@@ -55,11 +55,11 @@ DeviceDescription description(const RuntimeStatus& status, const RecordOptions& 
   return device;
 }
 
-RecordingCounts counts(const RecordingFolder& folder, const TakenSets& taken, double seconds) {
+RecordingCounts counts(const RecordingFolder& folder, const TakenSets& taken) {
   RecordingCounts result;
   result.sets = folder.sets();
   result.bytes = folder.bytes();
-  result.seconds = seconds;
+  result.seconds = folder.seconds();
   result.dropped = taken.dropped;
   result.missed = taken.depth.skipped();
   return result;
@@ -93,7 +93,7 @@ std::string record_sets(KinectSession& kinect, RuntimeStatus& status, const Reco
   ProgressReport progress(std::cerr, isatty(STDERR_FILENO) != 0, ProgressReport::Clock::now());
   std::string space_fault;
   const EndReason reason = take_sets(kinect, status, options, queue, taken, [&] {
-    RecordingCounts now = counts(folder, taken, folder.seconds());
+    RecordingCounts now = counts(folder, taken);
     now.free_bytes = free_bytes(options.folder);
     progress.show(now, ProgressReport::Clock::now());
     space_fault = space_fault_on_the_way(now.free_bytes);
@@ -131,7 +131,7 @@ int record(const RecordOptions& options) {
     folder.clear();
     return kFailure;
   }
-  std::cout << summary_text(counts(folder, taken, folder.seconds()), options.folder) << std::endl;
+  std::cout << summary_text(counts(folder, taken), options.folder) << std::endl;
   return sentence.empty() ? 0 : kFailure;
 }
 
@@ -139,7 +139,8 @@ int record(const RecordOptions& options) {
 
 int run_recorder(int argc, const char* const* argv) {
   secure_standard_streams();
-  const CommandLine line = parse_command_line(std::vector<std::string>(argv + 1, argv + argc));
+  const CommandLine line =
+      parse_command_line(std::vector<std::string>(argv + std::min(1, argc), argv + argc));
   switch (line.request) {
     case Request::kHelp:
       std::cout << usage();

@@ -46,7 +46,7 @@ RecordingFolder::~RecordingFolder() {
 
 std::string RecordingFolder::prepare() {
   bool exists = false;
-  const std::string fault = fault_of(folder_, exists);
+  std::string fault = fault_of(folder_, exists);
   if (!fault.empty()) return fault;
   std::error_code error;
   if (!exists) {

@@ -7,7 +7,7 @@ namespace halcyra::record {
 std::string sets_table_head() {
   std::string head = "set,seconds";
   for (const std::string stream : kStreamNames) {
-    head += "," + stream + "_sequence," + stream + "_timestamp";
+    head.append(",").append(stream).append("_sequence,").append(stream).append("_timestamp");
   }
   return head + "\n";
 }

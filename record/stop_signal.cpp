@@ -9,9 +9,12 @@ namespace {
 
 volatile sig_atomic_t g_stop_requested = 0;
 
+bool is_ignored(int number) {
+  struct sigaction action {};
+  return sigaction(number, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 void watch(int number) {
-  struct sigaction before {};
-  if (sigaction(number, nullptr, &before) == 0 && before.sa_handler == SIG_IGN) return;
   struct sigaction action {};
   action.sa_handler = [](int) { g_stop_requested = 1; };
   action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
@@ -22,7 +25,8 @@ void watch(int number) {
 }  // namespace
 
 void watch_stop_signals() {
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) watch(number);
+  for (const int number : {SIGINT, SIGTERM}) watch(number);
+  if (!is_ignored(SIGHUP)) watch(SIGHUP);
   signal(SIGXFSZ, SIG_IGN);
 }
 

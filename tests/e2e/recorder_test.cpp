@@ -135,7 +135,7 @@ TEST_F(Recorder, MayRecordInAnEmptyFolder) {
   expect_whole_sets(1);
 }
 
-// Tests that run in the background may have been started with the signals ignored.
+// Tests that run in the background may have been started with SIGHUP ignored.
 class RecorderSignal : public Recorder, public ::testing::WithParamInterface<int> {
  protected:
   RecorderSignal() { signal(GetParam(), SIG_DFL); }

@@ -170,6 +170,14 @@ TEST_F(FindFaults, NamesAPairOfNearCopiesOnce) {
             "These samples are almost the same (distance 29.9). Keep one of them.");
 }
 
+TEST_F(FindFaults, TakesNoNearCopiesFromOneDirectionAlone) {
+  add("front", 2);
+  make_alike({0, 1});
+  set_nearest(0, 1, 29.9);
+  set_nearest(1, 0, 30.0);
+  EXPECT_EQ(members(FindingKind::kNearCopy), Lists());
+}
+
 TEST_F(FindFaults, NamesTheSamePictureHoweverFarItIsFromItself) {
   add("front", 3);
   make_alike({0, 1, 2});
