@@ -96,17 +96,15 @@ void find_strangers(const SampleReport& report, const DistanceTable& distances,
   }
 }
 
-void find_undecodable(const SampleReport& report, const std::vector<bool>& too_large,
-                      std::vector<Finding>& findings) {
+void find_undecodable(const SampleReport& report, std::vector<Finding>& findings) {
   for (std::size_t index = 0; index < report.samples.size(); ++index) {
-    if (!report.samples[index].image.empty()) continue;
-    if (too_large[index]) {
-      findings.push_back(
-          {FindingKind::kTooLarge,
-           "The dashboard cannot start with this file, whose picture is too large to "
-           "be read. Remove it.",
-           {index}});
-    } else {
+    const ReportedSample& sample = report.samples[index];
+    if (sample.too_large) {
+      findings.push_back({FindingKind::kTooLarge,
+                          "This picture is too large to be read, and the dashboard may not start "
+                          "with it. Remove it.",
+                          {index}});
+    } else if (sample.image.empty()) {
       findings.push_back({FindingKind::kUndecodable,
                           "The dashboard leaves this file out: it cannot be decoded. Remove or "
                           "replace it.",
@@ -188,11 +186,10 @@ void find_lacking_poses(const SampleReport& report, std::vector<Finding>& findin
 
 }  // namespace
 
-std::vector<Finding> find_faults(const SampleReport& report, const DistanceTable& distances,
-                                 const std::vector<bool>& too_large) {
+std::vector<Finding> find_faults(const SampleReport& report, const DistanceTable& distances) {
   std::vector<Finding> findings;
   find_strangers(report, distances, findings);
-  find_undecodable(report, too_large, findings);
+  find_undecodable(report, findings);
   find_refused(report, findings);
   find_near_copies(report, distances, findings);
   find_lacking_poses(report, findings);

@@ -12,9 +12,7 @@ namespace halcyra {
 // compared with; infinite where either of the two cannot be decoded.
 using DistanceTable = std::vector<std::vector<double>>;
 
-// The findings about a report that holds everything else, the most urgent first. `too_large` says
-// of each file whether it is one at which the dashboard ends.
-std::vector<Finding> find_faults(const SampleReport& report, const DistanceTable& distances,
-                                 const std::vector<bool>& too_large);
+// The findings about a report that holds everything else, the most urgent first.
+std::vector<Finding> find_faults(const SampleReport& report, const DistanceTable& distances);
 
 }  // namespace halcyra

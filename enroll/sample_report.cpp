@@ -58,41 +58,40 @@ std::string result_for(double distance, const SampleReport& report) {
   return distance <= report.candidate_threshold ? "candidate" : "unknown";
 }
 
-// What is only needed until the report is whole, for each of its samples.
-struct Workings {
-  std::vector<cv::Mat> probes;  // empty where the file cannot be decoded
-  std::vector<bool> too_large;
-};
+// What each sample is compared as; empty where the file cannot be decoded.
+using Probes = std::vector<cv::Mat>;
 
-void read_picture(const fs::path& file, ReportedSample& sample, Workings& workings) {
-  cv::Mat picture;
-  bool too_large = false;
-  try {
-    picture = read_sample(file);
-  } catch (const cv::Exception&) {
-    too_large = true;
-  }
-  workings.too_large.push_back(too_large);
-  workings.probes.push_back(picture.empty() ? cv::Mat() : make_probe(picture));
-  if (picture.empty()) return;
-  sample.image = make_sample(picture, sample.path).image;
+void judge_picture(const cv::Mat& picture, ReportedSample& sample, Probes& probes) {
   sample.size = picture.size();
   sample.measures = measure_face(picture);
   sample.quality = quality_verdict(picture.size(), sample.measures);
+  probes.back() = make_probe(picture);
+  sample.image = make_sample(picture, sample.path).image;
 }
 
-ReportedSample make_entry(const fs::path& file, const fs::path& folder, Workings& workings) {
+void read_picture(ReportedSample& sample, Probes& probes) {
+  probes.emplace_back();
+  try {
+    const cv::Mat picture = read_sample(sample.file);
+    if (!picture.empty()) judge_picture(picture, sample, probes);
+  } catch (const cv::Exception&) {
+    // It has too many pixels for OpenCV or for the memory.
+    sample.too_large = true;
+  }
+}
+
+ReportedSample make_entry(const fs::path& file, const fs::path& folder, Probes& probes) {
   ReportedSample sample;
   sample.file = file;
   sample.path = file.lexically_relative(folder).generic_string();
   // The dashboard takes a link's stage from where the link leads to.
   std::error_code ignored;
   sample.stage = stage_of(fs::relative(file, folder, ignored));
-  read_picture(file, sample, workings);
+  read_picture(sample, probes);
   return sample;
 }
 
-DistanceTable measure_distances(const SampleReport& report, const Workings& workings) {
+DistanceTable measure_distances(const SampleReport& report, const Probes& probes) {
   const std::size_t count = report.samples.size();
   SampleDistances samples;
   std::vector<std::size_t> places;  // of the samples that can be decoded, in the report
@@ -103,7 +102,7 @@ DistanceTable measure_distances(const SampleReport& report, const Workings& work
   }
   DistanceTable table(count, std::vector<double>(count, std::numeric_limits<double>::infinity()));
   for (const std::size_t probe : places) {
-    const std::vector<double> distances = samples.distances(workings.probes[probe]);
+    const std::vector<double> distances = samples.distances(probes[probe]);
     for (std::size_t i = 0; i < places.size(); ++i) table[probe][places[i]] = distances[i];
   }
   return table;
@@ -168,15 +167,15 @@ SampleReport report_on_samples(const Options& pipeline, int per_pose) {
   report.per_pose = per_pose;
   report.confirmed_threshold = pipeline.confirmed_threshold;
   report.candidate_threshold = pipeline.candidate_threshold;
-  Workings workings;
+  Probes probes;
   for (const fs::path& file : files_of(report.folder, report.complaint)) {
-    report.samples.push_back(make_entry(file, report.folder, workings));
+    report.samples.push_back(make_entry(file, report.folder, probes));
   }
   if (!report.complaint.empty()) return report;
-  const DistanceTable table = measure_distances(report, workings);
+  const DistanceTable table = measure_distances(report, probes);
   judge_by_distance(report, table);
   sum_up_stages(report);
-  report.findings = find_faults(report, table, workings.too_large);
+  report.findings = find_faults(report, table);
   return report;
 }
 

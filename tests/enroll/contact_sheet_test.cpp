@@ -1,5 +1,7 @@
 #include "enroll/contact_sheet.hpp"
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -211,7 +213,9 @@ TEST_F(WriteContactSheet, SaysWhyItCannotBeWritten) {
                                ": No such file or directory.");
   EXPECT_EQ(refusal(set_.outside()),
             set_.outside().string() + " is not a file that a contact sheet can replace.");
-  EXPECT_EQ(refusal("/dev/null"), "/dev/null is not a file that a contact sheet can replace.");
+  const fs::path pipe = set_.outside() / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(refusal(pipe), pipe.string() + " is not a file that a contact sheet can replace.");
 }
 
 TEST_F(WriteContactSheet, HasNothingToShowWithoutSamples) {

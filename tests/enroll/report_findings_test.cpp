@@ -36,7 +36,6 @@ class FindFaults : public ::testing::Test {
       report_.samples.push_back(sample);
     }
     distances_.assign(report_.samples.size(), std::vector<double>(report_.samples.size(), kUnlike));
-    too_large_.assign(report_.samples.size(), false);
   }
   void make_alike(const Members& group) {
     for (const std::size_t a : group) {
@@ -57,7 +56,7 @@ class FindFaults : public ::testing::Test {
   }
   std::vector<Finding> find(FindingKind kind) const {
     std::vector<Finding> found;
-    for (const Finding& finding : find_faults(report_, distances_, too_large_)) {
+    for (const Finding& finding : find_faults(report_, distances_)) {
       if (finding.kind == kind) found.push_back(finding);
     }
     return found;
@@ -70,7 +69,6 @@ class FindFaults : public ::testing::Test {
 
   SampleReport report_;
   DistanceTable distances_;
-  std::vector<bool> too_large_;
 };
 
 using Lists = std::vector<Members>;
@@ -217,7 +215,7 @@ TEST_F(FindFaults, TellsFilesThatEndTheDashboardFromThoseItLeavesOut) {
   make_alike({0, 1, 2});
   make_undecodable(0);
   make_undecodable(2);
-  too_large_[2] = true;
+  report_.samples[2].too_large = true;
   EXPECT_EQ(members(FindingKind::kUndecodable), (Lists{{0}}));
   EXPECT_EQ(members(FindingKind::kTooLarge), (Lists{{2}}));
 }
@@ -229,7 +227,7 @@ TEST_F(FindFaults, BeginsWithTheMostUrgent) {
   set_nearest(0, 1, 20.0);
   report_.samples[3].quality = "too_small";
   std::vector<FindingKind> kinds;
-  for (const Finding& finding : find_faults(report_, distances_, too_large_)) {
+  for (const Finding& finding : find_faults(report_, distances_)) {
     kinds.push_back(finding.kind);
   }
   EXPECT_EQ(kinds, (std::vector<FindingKind>{FindingKind::kOutlier, FindingKind::kRefused,
