@@ -12,6 +12,7 @@ using Words = std::vector<std::string>;
 
 bool is_option(const std::string& word) { return word.size() > 1 && word.front() == '-'; }
 
+// Each setter returns a complaint, empty if the value is good.
 std::string set_text(std::string& option, const std::string& value) {
   option = value;
   return "";
@@ -36,20 +37,28 @@ std::string set_sheet(EnrollOptions& options, const std::string& value) {
   return set_text(options.sheet, value);
 }
 
-// Each returns a complaint, empty if the value is good.
 struct ValueOption {
   const char* name;
   std::string (*apply)(EnrollOptions& options, const std::string& value);
 };
 
-using E = EnrollOptions;
-using S = std::string;
+std::string set_samples_dir(EnrollOptions& options, const std::string& value) {
+  return set_text(options.pipeline.samples_dir, value);
+}
+
+std::string set_cascade(EnrollOptions& options, const std::string& value) {
+  return set_text(options.pipeline.cascade_path, value);
+}
+
+std::string set_profile_cascade(EnrollOptions& options, const std::string& value) {
+  return set_text(options.pipeline.profile_cascade_path, value);
+}
+
 constexpr std::array<ValueOption, 5> kValueOptions = {{
     {"--per-pose", set_per_pose},
-    {"--samples-dir", [](E& o, const S& v) { return set_text(o.pipeline.samples_dir, v); }},
-    {"--cascade", [](E& o, const S& v) { return set_text(o.pipeline.cascade_path, v); }},
-    {"--profile-cascade",
-     [](E& o, const S& v) { return set_text(o.pipeline.profile_cascade_path, v); }},
+    {"--samples-dir", set_samples_dir},
+    {"--cascade", set_cascade},
+    {"--profile-cascade", set_profile_cascade},
     {"--sheet", set_sheet},
 }};
 
@@ -59,12 +68,12 @@ struct Switch {
 };
 
 constexpr std::array<Switch, 3> kSwitches = {{
-    {"--report", [](E& o) { o.task = EnrollTask::kReport; }},
-    {"--json", [](E& o) { o.json = true; }},
-    {"--fullscreen", [](E& o) { o.fullscreen = true; }},
+    {"--report", [](EnrollOptions& o) { o.task = EnrollTask::kReport; }},
+    {"--json", [](EnrollOptions& o) { o.json = true; }},
+    {"--fullscreen", [](EnrollOptions& o) { o.fullscreen = true; }},
 }};
 
-// All words up to the next option; the first of them is at `next`.
+// Takes all words from `next` up to the next option.
 std::string take_pictures(const Words& words, std::size_t& next, EnrollOptions& options) {
   const std::size_t first = next;
   for (; next < words.size() && !is_option(words[next]); ++next) {
@@ -76,7 +85,8 @@ std::string take_pictures(const Words& words, std::size_t& next, EnrollOptions& 
   return "";
 }
 
-// Reads the option `name`, whose values begin at `next`.
+// Reads the option `name`, whose values begin at `next`, and moves `next` behind them. Returns a
+// complaint, empty if all is well.
 std::string read_option(const std::string& name, const Words& words, std::size_t& next,
                         EnrollOptions& options) {
   if (name == "--from") return take_pictures(words, next, options);
@@ -93,7 +103,7 @@ std::string read_option(const std::string& name, const Words& words, std::size_t
   return "There is no option \"" + name + "\".";
 }
 
-// What an option that was given needs of the others; a complaint if that is missing.
+// A complaint if options were given that do not go together, else empty.
 std::string conflict(const std::set<std::string>& given) {
   const auto has = [&](const char* name) { return given.count(name) != 0; };
   if (has("--report")) {

@@ -39,7 +39,7 @@ enum class Obstacle {
 
 struct Judgement {
   Obstacle obstacle = Obstacle::kNoPicture;
-  std::int32_t seconds_to_wait = 0;  // while getting ready: full seconds, rounded up, 1 to 3
+  std::int32_t seconds_to_wait = 0;  // until the run is ready, rounded up; 0 to 3
 };
 
 // The face that is judged: the only one, else the one with the largest box, the first of them if
