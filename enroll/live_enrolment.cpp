@@ -9,11 +9,11 @@
 
 #include "app/picture_window.hpp"
 #include "app/run_state/runtime_status.hpp"
+#include "app/stop_signal.hpp"
 #include "app/window_geometry.hpp"
 #include "capture/frame_set.hpp"
 #include "capture/kinect_device.hpp"
 #include "enroll/draw_enrolment.hpp"
-#include "enroll/end_signals.hpp"
 #include "enroll/enrolment_keys.hpp"
 #include "enroll/enrolment_progress.hpp"
 #include "enroll/enrolment_window.hpp"
@@ -198,7 +198,7 @@ bool run_turn(LiveEnrolment& run) {
   show_enrolment(run.canvas, run.pipeline, run.display);
   const int key = wait_for_enrolment_key();
   // Showing the next picture would open a closed window again.
-  return enrolment_window_is_open() && !end_was_signalled() && obey(run, command_of_key(key));
+  return enrolment_window_is_open() && !stop_requested() && obey(run, command_of_key(key));
 }
 
 void shut_down(LiveEnrolment& run) {
@@ -235,7 +235,7 @@ int enroll_live(const EnrollOptions& options) {
   run.pipeline.fullscreen = options.fullscreen;
   run.folder = options.pipeline.samples_dir;
   run.progress.per_pose = options.per_pose;
-  catch_end_signals();
+  watch_stop_signals();
   std::string complaint;
   if (!start_up(run, complaint)) {
     std::cerr << complaint << std::endl;

@@ -10,6 +10,7 @@
 
 #include "app/run_state/options.hpp"
 #include "app/standard_streams.hpp"
+#include "app/stop_signal.hpp"
 #include "capture/kinect_device.hpp"
 #include "record/command_line.hpp"
 #include "record/disk_space.hpp"
@@ -17,7 +18,6 @@
 #include "record/progress.hpp"
 #include "record/recording_folder.hpp"
 #include "record/sensor_loop.hpp"
-#include "record/stop_signal.hpp"
 
 namespace halcyra::record {
 namespace {

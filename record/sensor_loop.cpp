@@ -3,9 +3,9 @@
 #include <chrono>
 #include <optional>
 
+#include "app/stop_signal.hpp"
 #include "capture/frame_set.hpp"
 #include "record/set_copy.hpp"
-#include "record/stop_signal.hpp"
 
 namespace halcyra::record {
 namespace {

@@ -1,10 +1,10 @@
-#include "record/stop_signal.hpp"
+#include "app/stop_signal.hpp"
 
 #include <signal.h>
 
 #include <initializer_list>
 
-namespace halcyra::record {
+namespace halcyra {
 namespace {
 
 volatile sig_atomic_t g_stop_requested = 0;
@@ -32,4 +32,4 @@ void watch_stop_signals() {
 
 bool stop_requested() { return g_stop_requested != 0; }
 
-}  // namespace halcyra::record
+}  // namespace halcyra

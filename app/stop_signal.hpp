@@ -1,7 +1,7 @@
-// Lets Ctrl-C and its like end a recording in order.
+// Lets Ctrl-C and its like end a run in order.
 #pragma once
 
-namespace halcyra::record {
+namespace halcyra {
 
 // From now on the first SIGINT, SIGTERM or SIGHUP only asks for the end; the same signal once more
 // ends the process at once. SIGHUP stays ignored where it is, as under nohup. SIGINT does not:
@@ -13,4 +13,4 @@ void watch_stop_signals();
 // Whether the end was asked for.
 bool stop_requested();
 
-}  // namespace halcyra::record
+}  // namespace halcyra

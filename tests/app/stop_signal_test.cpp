@@ -1,11 +1,11 @@
-#include "record/stop_signal.hpp"
+#include "app/stop_signal.hpp"
 
 #include <signal.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 
-namespace halcyra::record {
+namespace halcyra {
 namespace {
 
 // Runs in a process of its own: 0 if the signal asked for the end, once it was watched.
@@ -49,4 +49,4 @@ TEST_P(StopSignal, IsWatchedWhereAShellIgnoresIt) {
 INSTANTIATE_TEST_SUITE_P(Signals, StopSignal, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
 
 }  // namespace
-}  // namespace halcyra::record
+}  // namespace halcyra
