@@ -1,5 +1,9 @@
 #include "enroll/instruction.hpp"
 
+#include <optional>
+
+#include "enroll/pose.hpp"
+
 namespace halcyra {
 namespace {
 
@@ -13,6 +17,14 @@ std::string instruction_for_pose(const EnrolmentProgress& progress) {
       break;
   }
   return "Look into the camera";
+}
+
+// Whether the face shows the other cheek than the one that is asked for. Some sensors deliver
+// mirrored pictures, in which "left" and "right" mislead; "the other way" never does.
+bool shows_other_cheek(const EnrolmentProgress& progress, const Observation& observation) {
+  const std::optional<Pose> asked = asked_pose(progress);
+  const std::optional<Pose> shown = pose_found_by(observation.faces.front().detector_type);
+  return asked && shown && *asked != Pose::kFront && *shown != Pose::kFront && *asked != *shown;
 }
 
 std::string instruction_for_quality(const std::string& quality) {
@@ -44,8 +56,10 @@ std::string instruction(const EnrolmentProgress& progress, const Observation& ob
       return instruction_for_quality(observation.faces.front().quality);
     case Obstacle::kNearCopy:
       return "Move a little";
-    case Obstacle::kNobody:
     case Obstacle::kPoseNotWanted:
+      if (shows_other_cheek(progress, observation)) return "Turn your head the other way";
+      break;
+    case Obstacle::kNobody:
     case Obstacle::kJustTaken:
     case Obstacle::kNone:
       break;

@@ -27,6 +27,18 @@ TEST_F(Instruction, AsksForThePosesOneAfterTheOther) {
   EXPECT_EQ(now(), "Done");
 }
 
+TEST_F(Instruction, TurnsSomebodyWhoShowsTheOtherCheek) {
+  progress_of(progress_, Pose::kFront).taken = 10;
+  progress_of(progress_, Pose::kRight).taken = 10;
+  EXPECT_EQ(now(), "Turn your head until the camera sees your left cheek");
+  observation_.faces.front().detector_type = "profile_right";
+  EXPECT_EQ(now(), "Turn your head the other way");
+  progress_of(progress_, Pose::kLeft).taken = 10;
+  progress_of(progress_, Pose::kRight).taken = 0;
+  observation_.faces.front().detector_type = "profile_left";
+  EXPECT_EQ(now(), "Turn your head the other way");
+}
+
 TEST_F(Instruction, StaysWhenNobodyIsInView) {
   observation_.faces.clear();
   EXPECT_EQ(now(), "Look into the camera");

@@ -225,6 +225,7 @@ TEST_F(FindFaults, BeginsWithTheMostUrgent) {
   add("front", 4);
   make_alike({0, 1});
   set_nearest(0, 1, 20.0);
+  set_nearest(1, 0, 20.0);
   report_.samples[3].quality = "too_small";
   std::vector<FindingKind> kinds;
   for (const Finding& finding : find_faults(report_, distances_)) {
