@@ -153,7 +153,7 @@ std::vector<RoomPicture> viewed_minute(FaceDetectors& detectors) {
 void print_row(const std::string& name, int per_pose, const Tally& tally) {
   const auto percent = [&](int count) { return 100.0 * count / tally.faces(); };
   std::cout << "| " << per_pose << " | " << name << " | " << tally.faces() << std::fixed
-            << std::setprecision(0) << " | " << percent(tally.confirmed) << " % | "
+            << std::setprecision(1) << " | " << percent(tally.confirmed) << " % | "
             << percent(tally.candidates) << " % | " << percent(tally.unknown) << " % |\n";
 }
 
