@@ -53,6 +53,13 @@ void open_default_device(KinectSession& session, RuntimeStatus& status) {
   start_streams(session, status);
 }
 
+// If libfreenect2 fails to start while it submits the infrared transfers, its colour stream is
+// already running, and `stop` refuses to end it. Its decoder then uses its listener after `close`
+// has taken that away, and the process crashes. Starting no stream makes `stop` end what runs.
+void end_half_started_streams(libfreenect2::Freenect2Device& device) {
+  if (device.startStreams(false, false)) device.stop();
+}
+
 }  // namespace
 
 void open_kinect(KinectSession& session, const Options& options, RuntimeStatus& status) {
@@ -70,7 +77,11 @@ void open_kinect(KinectSession& session, const Options& options, RuntimeStatus& 
 
 void close_kinect(KinectSession& session) {
   if (session.device == nullptr) return;
-  if (session.streams_started) session.device->stop();
+  if (session.streams_started) {
+    session.device->stop();
+  } else {
+    end_half_started_streams(*session.device);
+  }
   session.device->close();
 }
 

@@ -13,8 +13,8 @@ struct RuntimeStatus;
 // without one.
 void open_kinect(KinectSession& session, const Options& options, RuntimeStatus& status);
 
-// Stops the streams if they had started, and closes the device if there is one. Failures are
-// ignored. The context and the listener stay until the session is destroyed.
+// Stops the streams, also those of a start that failed half way, and closes the device if there is
+// one. Failures are ignored. The context and the listener stay until the session is destroyed.
 void close_kinect(KinectSession& session);
 
 }  // namespace halcyra

@@ -20,5 +20,5 @@ install(CODE "
 
 file(RELATIVE_PATH from_program
   ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_PREFIX}/${libraries})
-set_target_properties(halcyra-control-center halcyra-record PROPERTIES
+set_target_properties(halcyra-control-center halcyra-enroll halcyra-record PROPERTIES
   INSTALL_RPATH "\$ORIGIN/${from_program}")

@@ -169,14 +169,23 @@ TEST_F(ListenerTest, WaitingEndsWhenTheSetIsComplete) {
   listener_->release(frames_);
 }
 
+// A set may end with the frame before the last: one that is taken between the last colour and the
+// last depth frame leaves that alone, and no set gets complete any more.
 TEST_F(ListenerTest, FramesOfEachTypeComeInOrderFromAnotherThread) {
   constexpr std::uint32_t last = 2000;
-  std::thread driver([this] {
+  std::atomic<bool> is_over = false;
+  std::thread driver([&] {
     for (std::uint32_t number = 1; number <= last; ++number) deliver_set(number);
+    is_over = true;
   });
   std::uint32_t color = 0;
   std::uint32_t depth = 0;
-  while (depth < last && take_set(*listener_, frames_)) {
+  while (!is_over || listener_->hasNewFrame()) {
+    if (!listener_->hasNewFrame()) {
+      std::this_thread::yield();
+      continue;
+    }
+    listener_->waitForNewFrame(frames_);
     EXPECT_GE(frames_.at(Frame::Color)->sequence, color);
     EXPECT_GT(frames_.at(Frame::Depth)->sequence, depth);
     color = frames_.at(Frame::Color)->sequence;
@@ -184,7 +193,8 @@ TEST_F(ListenerTest, FramesOfEachTypeComeInOrderFromAnotherThread) {
     listener_->release(frames_);
   }
   driver.join();
-  EXPECT_EQ(depth, last);
+  EXPECT_EQ(color, last);
+  EXPECT_GE(depth, last - 1);
   listener_.reset();
   EXPECT_EQ(alive_, 0);
 }
