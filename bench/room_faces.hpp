@@ -24,7 +24,7 @@ struct RoomPicture {
 };
 
 // Searches the set as the dashboard does. The cascades must be loaded.
-RoomPicture look_at_room(const virtual_kinect::room::Renderer& room, FaceDetectors& detectors,
+RoomPicture look_at_room(const virtual_kinect::room::Renderer& renderer, FaceDetectors& detectors,
                          std::uint64_t set);
 
 }  // namespace halcyra

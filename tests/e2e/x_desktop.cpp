@@ -7,6 +7,7 @@
 #include <X11/extensions/XTest.h>
 
 #include <stdexcept>
+#include <utility>
 
 #include "tests/e2e/pictures.hpp"
 #include "tests/e2e/waiting.hpp"
@@ -42,7 +43,7 @@ Window find_titled(Display* display, Window parent, const std::string& title) {
 
 }  // namespace
 
-XDesktop::XDesktop(const std::string& display, const std::string& title) : title_(title) {
+XDesktop::XDesktop(const std::string& display, std::string title) : title_(std::move(title)) {
   XSetErrorHandler(ignore_error);
   display_ = std::shared_ptr<Display>(XOpenDisplay(display.c_str()), [](Display* opened) {
     if (opened != nullptr) XCloseDisplay(opened);

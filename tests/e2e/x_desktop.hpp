@@ -13,8 +13,7 @@ namespace halcyra {
 class XDesktop {
  public:
   // `title` is that of the window to look for.
-  explicit XDesktop(const std::string& display,
-                    const std::string& title = "Halcyra Control Center");
+  explicit XDesktop(const std::string& display, std::string title = "Halcyra Control Center");
 
   // Waits until the window is on the screen and gives it the keyboard.
   // False: it did not come.

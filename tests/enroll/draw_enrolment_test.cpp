@@ -42,7 +42,7 @@ class DrawEnrolment : public ::testing::TestWithParam<cv::Size> {
     const double scale = static_cast<double>(place.width) / color_.cols;
     const cv::Rect box = observation_.faces.at(face).box;
     const cv::Point point(place.x + static_cast<int>(box.x * scale),
-                          place.y + static_cast<int>((box.y + box.height / 2) * scale));
+                          place.y + static_cast<int>((box.y + 0.5 * box.height) * scale));
     return cv::Scalar(drawn().at<cv::Vec3b>(point));
   }
 
