@@ -18,12 +18,12 @@
 #include "enroll/enrolment_progress.hpp"
 #include "enroll/enrolment_window.hpp"
 #include "enroll/face_search.hpp"
+#include "enroll/present_samples.hpp"
 #include "enroll/report_task.hpp"
 #include "enroll/sample_distances.hpp"
 #include "enroll/sample_folder.hpp"
 #include "enroll/sample_taker.hpp"
 #include "enroll/written_file.hpp"
-#include "face_pipeline/sample_loader.hpp"
 #include "probes/display_detection.hpp"
 
 namespace halcyra {
@@ -57,20 +57,6 @@ struct LiveEnrolment {
 
 EnrolmentTime now() { return std::chrono::steady_clock::now(); }
 
-// The samples of earlier runs. Files that cannot be decoded are left out.
-bool load_distances(SampleDistances& distances, const fs::path& folder, std::string& complaint) {
-  try {
-    for (const fs::path& file : sample_files(folder)) {
-      const cv::Mat picture = read_sample(file);
-      if (!picture.empty()) distances.add(picture);
-    }
-  } catch (const std::exception& failure) {
-    complaint = "The samples in " + folder.string() + " cannot be read: " + failure.what();
-    return false;
-  }
-  return true;
-}
-
 bool start_sensor(LiveEnrolment& run, std::string& complaint) {
   open_kinect(run.kinect, run.pipeline, run.status);
   if (run.kinect.streams_started) return true;
@@ -84,9 +70,10 @@ bool start_up(LiveEnrolment& run, std::string& complaint) {
     complaint = no_display_message();
     return false;
   }
+  std::vector<std::string> names;
   if (!load_face_search(run.detectors, run.pipeline, complaint) ||
       !prepare_sample_folder(run.folder, complaint) ||
-      !load_distances(run.distances, run.folder, complaint)) {
+      !load_present_samples(run.folder, run.distances, names, complaint)) {
     return false;
   }
   ask_for_whole_key_codes();

@@ -10,17 +10,15 @@
 #include <string>
 #include <vector>
 
-#include <opencv2/core/base.hpp>
-
 #include "enroll/face_search.hpp"
 #include "enroll/picture_files.hpp"
 #include "enroll/pose.hpp"
+#include "enroll/present_samples.hpp"
 #include "enroll/quality_text.hpp"
 #include "enroll/report_task.hpp"
 #include "enroll/report_text.hpp"
 #include "enroll/sample_distances.hpp"
 #include "enroll/sample_folder.hpp"
-#include "face_pipeline/sample_loader.hpp"
 
 namespace halcyra {
 namespace {
@@ -37,30 +35,6 @@ struct Enrolment {
 
 // What happened to a file.
 std::string left_out(const std::string& why) { return "left out: " + why; }
-
-// False, with a sentence, if the folder cannot be read.
-bool load_present_samples(Enrolment& enrolment) {
-  const fs::path folder = enrolment.pipeline.samples_dir;
-  std::vector<fs::path> files;
-  try {
-    files = sample_files(folder);
-  } catch (const fs::filesystem_error& error) {
-    enrolment.complaint = folder.string() + " cannot be read: " + error.code().message() + ".";
-    return false;
-  }
-  for (const fs::path& file : files) {
-    cv::Mat picture;
-    try {
-      picture = read_sample(file);
-    } catch (const cv::Exception&) {
-      continue;  // the report at the end names it
-    }
-    if (picture.empty()) continue;
-    enrolment.samples.add(picture);
-    enrolment.names.push_back(file.lexically_relative(folder).generic_string());
-  }
-  return true;
-}
 
 // Nothing, with the complaint set, if it cannot be written.
 std::optional<std::string> keep(const cv::Mat& crop, Pose pose, Enrolment& enrolment) {
@@ -121,7 +95,8 @@ void enroll_all(const std::vector<PictureFile>& files, Enrolment& enrolment) {
 bool prepare(Enrolment& enrolment) {
   return load_face_search(enrolment.detectors, enrolment.pipeline, enrolment.complaint) &&
          prepare_sample_folder(enrolment.pipeline.samples_dir, enrolment.complaint) &&
-         load_present_samples(enrolment);
+         load_present_samples(enrolment.pipeline.samples_dir, enrolment.samples, enrolment.names,
+                              enrolment.complaint);
 }
 
 int fail(const std::string& complaint) {
