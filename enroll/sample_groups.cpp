@@ -1,6 +1,7 @@
 #include "enroll/sample_groups.hpp"
 
 #include <algorithm>
+#include <iterator>
 
 namespace halcyra {
 namespace {
@@ -12,7 +13,7 @@ void gather(SampleGroup& group, SampleGroup& left,
     const std::size_t member = group[at];
     const auto joining = std::stable_partition(
         left.begin(), left.end(), [&](std::size_t other) { return !linked(member, other); });
-    group.insert(group.end(), joining, left.end());
+    std::copy(joining, left.end(), std::back_inserter(group));
     left.erase(joining, left.end());
   }
 }
