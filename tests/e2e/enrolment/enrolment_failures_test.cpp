@@ -107,6 +107,7 @@ TEST_F(EnrolmentFailure, IsTheFirstOfSeveral) {
 TEST_F(EnrolmentFailure, OfWritingEndsTheTakingButNotTheRun) {
   record_all_poses();
   start({"--per-pose", "1000"});
+  EXPECT_TRUE(says("taken front/"));  // so that there is something to report on
   desktop_.press("space");
   EXPECT_TRUE(shows("Paused: press space to go on"));
   fs::remove_all(stage_.samples_folder() / "left");
