@@ -28,6 +28,14 @@ void report_start_failure(RuntimeStatus& status) {
   add_event(status, "RGB/IR/Depth stream start failed");
 }
 
+// If libfreenect2 fails to start while it submits the infrared transfers, its colour stream is
+// already running, and `stop` refuses to end it. Its decoder would then use its listener after
+// `close` has taken that away, and the process would crash. Starting no stream makes `stop` end
+// what runs.
+void end_half_started_streams(libfreenect2::Freenect2Device& device) {
+  if (device.startStreams(false, false)) device.stop();
+}
+
 void start_streams(KinectSession& session, RuntimeStatus& status) {
   session.listener = std::make_unique<libfreenect2::SyncMultiFrameListener>(
       static_cast<unsigned int>(Frame::Color | Frame::Ir | Frame::Depth));
@@ -37,6 +45,7 @@ void start_streams(KinectSession& session, RuntimeStatus& status) {
   if (session.streams_started) {
     report_started(session, status);
   } else {
+    end_half_started_streams(*session.device);
     report_start_failure(status);
   }
 }
@@ -51,13 +60,6 @@ void open_default_device(KinectSession& session, RuntimeStatus& status) {
     return;
   }
   start_streams(session, status);
-}
-
-// If libfreenect2 fails to start while it submits the infrared transfers, its colour stream is
-// already running, and `stop` refuses to end it. Its decoder then uses its listener after `close`
-// has taken that away, and the process crashes. Starting no stream makes `stop` end what runs.
-void end_half_started_streams(libfreenect2::Freenect2Device& device) {
-  if (device.startStreams(false, false)) device.stop();
 }
 
 }  // namespace
@@ -77,11 +79,7 @@ void open_kinect(KinectSession& session, const Options& options, RuntimeStatus& 
 
 void close_kinect(KinectSession& session) {
   if (session.device == nullptr) return;
-  if (session.streams_started) {
-    session.device->stop();
-  } else {
-    end_half_started_streams(*session.device);
-  }
+  if (session.streams_started) session.device->stop();
   session.device->close();
 }
 
