@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include <gtest/gtest.h>
+#include <opencv2/imgcodecs.hpp>
 
 #include "tests/e2e/enrolment/enrolment_run.hpp"
 #include "tests/e2e/waiting.hpp"
@@ -106,8 +107,11 @@ TEST_F(EnrolmentFailure, IsTheFirstOfSeveral) {
 
 TEST_F(EnrolmentFailure, OfWritingEndsTheTakingButNotTheRun) {
   record_all_poses();
+  // So that there is something to report on, whatever is taken first.
+  fs::create_directories(stage_.samples_folder() / "front");
+  ASSERT_TRUE(
+      cv::imwrite(stage_.samples_folder() / "front/earlier.png", enrolment_picture("far-0")));
   start({"--per-pose", "1000"});
-  EXPECT_TRUE(says("taken front/"));  // so that there is something to report on
   desktop_.press("space");
   EXPECT_TRUE(shows("Paused: press space to go on"));
   fs::remove_all(stage_.samples_folder() / "left");
@@ -119,7 +123,7 @@ TEST_F(EnrolmentFailure, OfWritingEndsTheTakingButNotTheRun) {
   const std::string right =
       "No samples can be written to faces/dorran/right: "
       "No such file or directory.";
-  EXPECT_TRUE(wait_until([&] { return !program_->errors().empty(); }));
+  EXPECT_TRUE(wait_until([&] { return program_->errors().find('\n') != std::string::npos; }));
   const std::string said = program_->errors();
   EXPECT_TRUE(said == left + "\n" || said == right + "\n") << said;
   EXPECT_TRUE(shows(said == left + "\n" ? left : right));
