@@ -1,4 +1,4 @@
-// A window that shows one picture: the only place that talks to the window system.
+// A window that shows one picture.
 #pragma once
 
 #include <optional>

@@ -123,10 +123,11 @@ void take_back_last(LiveEnrolment& run) {
 
 void observe(LiveEnrolment& run, const ColorImages& images) {
   run.color = images.bgr;
-  run.progress.last_picture = now();
-  if (!run.progress.first_picture) run.progress.first_picture = run.progress.last_picture;
   run.observation = {};
   run.observation.faces = search_faces(run.detectors, images.grey, run.pipeline);
+  // After the search: a slow one must not look like a sensor that has stopped.
+  run.progress.last_picture = now();
+  if (!run.progress.first_picture) run.progress.first_picture = run.progress.last_picture;
   const std::optional<std::size_t> chosen = chosen_face(run.observation.faces);
   if (!chosen) return;
   const FaceInfo& face = run.observation.faces[*chosen];
