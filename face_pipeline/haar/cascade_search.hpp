@@ -39,6 +39,9 @@ class CascadeSearch {
   const ScanPlan& plan_for(const PlaneLayout& layout, Facing facing, const WindowColumns& columns);
   std::vector<Task> tasks_for(const std::vector<const PyramidLayer*>& layers,
                               const PlaneLayout& layout, Facing facing);
+  // Puts the stages into the order that is quickest for the tasks' windows. The tasks' plans are
+  // then those of another order.
+  bool reorder_stages(const std::vector<Task>& tasks, const PlaneLayout& layout);
   void run(Task& task, const PlaneLayout& layout);
 
   struct CachedPlan {
@@ -52,6 +55,7 @@ class CascadeSearch {
   StumpCascade mirrored_;
   InstructionSet instructions_;
   std::vector<std::unique_ptr<CachedPlan>> plans_;
+  int searches_in_order_ = -1;  // since the order was found; negative before
   ScratchPool scratch_;
 };
 

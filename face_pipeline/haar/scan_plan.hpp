@@ -14,7 +14,9 @@ namespace halcyra::haar {
 struct ScanPlan {
   std::vector<PlannedStage> stages;
   std::vector<PlannedStump> stumps;
-  std::vector<AnyFeature> any;
+  std::vector<PlannedStump> packed_stumps;
+  std::vector<PatchBlock> blocks;
+  std::vector<AnyFeature> features;
   std::vector<ExactStump> exact;
   std::array<std::int32_t, 4> norm_corners{};
   double norm_area = 0.0;
@@ -29,7 +31,13 @@ struct WindowColumns {
   int first = 0;  // below the step
 };
 
+// What packing windows into batches costs.
+struct PackingCost {
+  int group = 0;       // windows in a vector, and in a batch
+  double block = 0.0;  // of copying a block for one window, in stumps of a whole vector
+};
+
 ScanPlan plan_scan(const StumpCascade& cascade, const PlaneLayout& layout,
-                   const WindowColumns& columns);
+                   const WindowColumns& columns, const PackingCost& packing);
 
 }  // namespace halcyra::haar

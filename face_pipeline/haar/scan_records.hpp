@@ -7,35 +7,39 @@
 
 namespace halcyra::haar {
 
-// How a feature's value follows from the entries at its corners. The rectangles of a feature share
-// corners and have few different weights, so many features need fewer entries than their rectangles
-// have corners. o0 to o8 are the entries at a stump's offsets:
+// How a feature's value follows from the entries o0 to o8 at a stump's offsets. Rectangles share
+// corners, so this takes fewer entries than the rectangles have corners. A pair of entries, such as
+// d0 = o0 - o1, d1 = o2 - o3 and so on, bounds a rectangle on one side, and the difference of two
+// pairs is the sum over the rectangle between them.
 enum FeatureShape : std::uint8_t {
-  kHalves,         // o0 + o1 - o2 - o3 + 2 (o4 - o5)
-  kThirds,         // o0 + o1 - o2 - o3 + 3 (o4 + o5 - o6 - o7)
-  kChecks,         // o0 + o1 + o2 + o3 - 2 (o4 + o5 + o6 + o7) + 4 o8
+  kHalves,         // (d0 - d1) - (d1 - d2)
+  kThirds,         // ((d2 - d1) - (d1 - d0)) + ((d2 - d1) - (d3 - d2))
+  kChecks,         // (o0 - 2 o1 + o2) - 2 (o3 - 2 o4 + o5) + (o6 - 2 o7 + o8)
   kInverseChecks,  // the negative of that
-  kAnyShape,       // anything else; the first offset is an index into PlanView::any
+  kAnyShape,       // anything else: sums over the rectangles, see AnyFeature
   kShapeCount
 };
 
-// Shapes other than kAnyShape are only for features whose value fits into 16 bits with its sign, so
-// that it can be computed from sums modulo 2^16.
+// The vectors compute the values of all shapes but kAnyShape in 16 bits, from entries modulo 2^16.
+// Parts of a value fit into 16 bits whatever the picture; a value that does not is cut to the
+// nearest one that does, which is on the same side of the threshold.
 struct PlannedStump {
-  std::int32_t offsets[9];  // in entries, from the entry of the window's upper left corner
+  // In entries, from the entry of the window's upper left corner. For kAnyShape, the first is an
+  // index into PlanView::features.
+  std::int32_t offsets[9];
   float threshold;
   std::int32_t gain;  // what a value below the threshold adds to the sum, see PlannedStage
 };
 
+// Any feature, with 32-bit sums.
 struct AnyFeature {
-  std::int32_t corners[3][4];  // + - - +
+  std::int32_t corners[3][4];  // of each rectangle, as offsets: + - - +
   std::int32_t weights[3];
 };
 
 // A stump as the cascade file has it, for sums that are too close to the stage's threshold.
 struct ExactStump {
-  std::int32_t planned;  // index into PlanView::stumps
-  FeatureShape shape;
+  std::int32_t feature;  // index into PlanView::features
   float threshold;
   float below;
   float not_below;
@@ -45,6 +49,9 @@ struct ExactStump {
 // two, rounded. OpenCV adds up doubles in a given order. The difference of the two has a bound.
 // Sums that are further than that from the threshold are decided; the few others are added up again
 // in OpenCV's way.
+//
+// Stumps of kAnyShape cost several times as much as others, and there are few of them. They vote
+// last, and only on windows that they can still decide.
 struct PlannedStage {
   std::int32_t ends[kShapeCount];  // in PlanView::stumps, one past the stumps of each shape
   std::int32_t first;              // in PlanView::stumps; shapes follow in their order
@@ -53,14 +60,26 @@ struct PlannedStage {
   std::int32_t start;         // the sum if no value is below its threshold
   std::int32_t surely_below;  // smaller sums miss the threshold
   std::int32_t surely_above;  // larger sums reach it
+  std::int32_t early_below;   // likewise for the sums without stumps of kAnyShape
+  std::int32_t early_above;
+  std::int32_t fewest_windows;  // a vector with fewer windows alive is left for a new batch
   float threshold;
+};
+
+// Eight entries side by side, from each of which a stump of a packed stage may read.
+struct PatchBlock {
+  std::int32_t
+      offset;  // of the first, in entries, from the entry of the window's upper left corner
 };
 
 struct PlanView {
   const PlannedStage* stages;
   std::int32_t stage_count;
   const PlannedStump* stumps;
-  const AnyFeature* any;
+  const PlannedStump* packed_stumps;  // the same, with offsets in a batch of patches
+  const PatchBlock* blocks;           // of a patch
+  std::int32_t block_count;
+  const AnyFeature* features;
   const ExactStump* exact;
   std::int32_t norm_corners[4];  // of the part of the window whose contrast is measured: + - - +
   double norm_area;              // of that part, in pixels
@@ -85,22 +104,29 @@ struct WindowRows {
   bool from_right;       // OpenCV, in the mirror image, visits the last of these first
 };
 
-// Eights of adjacent windows, of which some passed all stages before the one that they wait for.
-struct WaitingWindows {
-  std::int32_t* places;       // of the first window of each eight
-  std::int32_t* norm_places;  // where its norms begin in ScanScratch::norms
-  std::uint8_t* alive;        // which of the eight passed, the first in the lowest bit
+// Single windows that passed all stages before the one that they wait for.
+struct WindowQueue {
+  std::int32_t* places;
+  float* norms;
+  std::int32_t count;
+};
+
+// Windows that passed all stages.
+struct PassedWindows {
+  std::int32_t* places;
   std::int32_t count;
 };
 
 // Working memory of one scan; what it holds before does not matter.
 struct ScanScratch {
-  // For each window, the factor that normalises its values, divided by 2^16. Rows are padded to
+  // Of one row of windows: the factor that normalises a window's values, divided by 2^16. Padded to
   // whole groups, and the even windows of a group stand before the odd ones.
   float* norms;
-  std::uint64_t* alive;     // a bit for each window, rows padded to whole words
+  std::uint64_t* alive;     // a bit for each window of a row, padded to whole words
   std::uint64_t* rejected;  // likewise
-  WaitingWindows* waiting;  // one for each stage and one for what passes all of them
+  WindowQueue* queues;      // one for each stage, with room for a group
+  std::uint16_t* patches;   // of one batch, see PackedScan
+  PassedWindows* passed;
 };
 
 constexpr std::int32_t kEight = 8;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <opencv2/core/utility.hpp>
+
 namespace halcyra::haar {
 namespace {
 
@@ -19,22 +21,27 @@ std::size_t rounded_up(std::int32_t value, std::int32_t unit) {
 
 }  // namespace
 
-ScanScratch ScanMemory::reserve(std::int32_t rows, std::int32_t windows, std::int32_t stages) {
-  const auto row_count = static_cast<std::size_t>(rows);
-  const std::size_t padded = rounded_up(windows, kLargestGroup);
+ScanScratch ScanMemory::reserve(std::int32_t rows, std::int32_t windows, std::int32_t stages,
+                                std::int32_t blocks) {
   const std::size_t words = rounded_up(windows + kLargestGroup, 64) / 64;
-  const std::size_t all = row_count * padded + kLargestGroup;
-  const std::size_t eights = all / kEight;
-  const std::size_t lists = static_cast<std::size_t>(stages) + 1;
-  std::int32_t* const places = grown_to(places_, eights * lists);
-  std::int32_t* const norm_places = grown_to(norm_places_, eights * lists);
-  std::uint8_t* const alive = grown_to(waiting_alive_, eights * lists);
-  WaitingWindows* const waiting = grown_to(waiting_, lists);
-  for (std::size_t i = 0; i < lists; ++i) {
-    waiting[i] = {places + i * eights, norm_places + i * eights, alive + i * eights, 0};
+  const auto stage_count = static_cast<std::size_t>(stages);
+  std::int32_t* const queued_places = grown_to(queued_places_, stage_count * kLargestGroup);
+  float* const queued_norms = grown_to(queued_norms_, stage_count * kLargestGroup);
+  WindowQueue* const queues = grown_to(queues_, stage_count);
+  for (std::size_t i = 0; i < stage_count; ++i) {
+    queues[i] = {queued_places + i * kLargestGroup, queued_norms + i * kLargestGroup, 0};
   }
-  return {grown_to(norms_, all), grown_to(alive_, row_count * words),
-          grown_to(rejected_, row_count * words), waiting};
+  passed_ = {
+      grown_to(passed_places_, static_cast<std::size_t>(rows) * static_cast<std::size_t>(windows)),
+      0};
+  std::uint16_t* const patches =
+      grown_to(patches_, static_cast<std::size_t>(blocks) * kEight * kLargestGroup + 32);
+  return {grown_to(norms_, rounded_up(windows, kLargestGroup)),
+          grown_to(alive_, words),
+          grown_to(rejected_, words),
+          queues,
+          cv::alignPtr(patches, 64),
+          &passed_};
 }
 
 std::unique_ptr<ScanMemory> ScratchPool::take() {

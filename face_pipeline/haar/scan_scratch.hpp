@@ -15,17 +15,20 @@ namespace halcyra::haar {
 class ScanMemory {
  public:
   // Grows as needed for a scan of `rows` rows with `windows` windows each and a cascade of `stages`
-  // stages. Valid until the next call.
-  ScanScratch reserve(std::int32_t rows, std::int32_t windows, std::int32_t stages);
+  // stages and patches of `blocks` blocks. Valid until the next call.
+  ScanScratch reserve(std::int32_t rows, std::int32_t windows, std::int32_t stages,
+                      std::int32_t blocks);
 
  private:
   std::vector<float> norms_;
   std::vector<std::uint64_t> alive_;
   std::vector<std::uint64_t> rejected_;
-  std::vector<std::int32_t> places_;
-  std::vector<std::int32_t> norm_places_;
-  std::vector<std::uint8_t> waiting_alive_;
-  std::vector<WaitingWindows> waiting_;
+  std::vector<std::int32_t> queued_places_;
+  std::vector<float> queued_norms_;
+  std::vector<WindowQueue> queues_;
+  std::vector<std::uint16_t> patches_;
+  std::vector<std::int32_t> passed_places_;
+  PassedWindows passed_{};
 };
 
 // Lends each of several concurrent scans a memory of its own. Thread-safe.

@@ -29,11 +29,11 @@ struct Ints {
   static Ints load(const void* from) {
     return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
   }
-  Floats floats() const { return {_mm256_cvtepi32_ps(v)}; }
-  Ints plus_where_below(Floats value, float threshold, std::int32_t gain) const {
+  void store(void* to) const { _mm256_storeu_si256(static_cast<__m256i*>(to), v); }
+  void add_where_below(Floats value, float threshold, std::int32_t gain) {
     const __m256 below = _mm256_cmp_ps(value.v, _mm256_set1_ps(threshold), _CMP_LT_OQ);
     const __m256i gains = _mm256_and_si256(_mm256_castps_si256(below), _mm256_set1_epi32(gain));
-    return {_mm256_add_epi32(v, gains)};
+    v = _mm256_add_epi32(v, gains);
   }
   std::uint32_t below(std::int32_t limit) const {
     return bits_of(_mm256_castsi256_ps(_mm256_cmpgt_epi32(_mm256_set1_epi32(limit), v)));
@@ -43,48 +43,60 @@ struct Ints {
   }
   friend Ints operator+(Ints a, Ints b) { return {_mm256_add_epi32(a.v, b.v)}; }
   friend Ints operator-(Ints a, Ints b) { return {_mm256_sub_epi32(a.v, b.v)}; }
-  friend Ints operator*(Ints a, std::int32_t b) {
-    return {_mm256_mullo_epi32(a.v, _mm256_set1_epi32(b))};
-  }
 };
 
 struct Shorts {
   __m256i v;
 
+  static Shorts all(std::int32_t value) {
+    return {_mm256_set1_epi16(static_cast<std::int16_t>(value))};
+  }
   static Shorts load(const void* from) {
     return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
+  }
+  static Shorts load_aligned(const void* from) {
+    return {_mm256_load_si256(static_cast<const __m256i*>(from))};
   }
   // Times 2^16, which saves shifting the values down; the norms make up for it.
   Floats even_floats() const { return {_mm256_cvtepi32_ps(_mm256_slli_epi32(v, 16))}; }
   Floats odd_floats() const {
     return {_mm256_cvtepi32_ps(_mm256_and_si256(v, _mm256_set1_epi32(-65536)))};
   }
+  // Saturating.
+  Shorts plus(Shorts other) const { return {_mm256_adds_epi16(v, other.v)}; }
+  Shorts minus(Shorts other) const { return {_mm256_subs_epi16(v, other.v)}; }
   friend Shorts operator+(Shorts a, Shorts b) { return {_mm256_add_epi16(a.v, b.v)}; }
   friend Shorts operator-(Shorts a, Shorts b) { return {_mm256_sub_epi16(a.v, b.v)}; }
+};
+
+// Eight entries of each of two eights of windows.
+struct Eights {
+  static constexpr std::int32_t kWindows = 16;
+  __m256i v;
+
+  // Of the first window of each eight.
+  static Eights load(const std::uint16_t* base, const std::int32_t* places) {
+    return {_mm256_inserti128_si256(_mm256_castsi128_si256(eight_entries(base + places[0])),
+                                    eight_entries(base + places[8]), 1)};
+  }
+  static __m128i eight_entries(const void* from) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(from));
+  }
+  void store(void* to) const { _mm256_store_si256(static_cast<__m256i*>(to), v); }
+  static Eights zip_low(Eights a, Eights b) { return {_mm256_unpacklo_epi16(a.v, b.v)}; }
+  static Eights zip_high(Eights a, Eights b) { return {_mm256_unpackhi_epi16(a.v, b.v)}; }
 };
 
 struct Avx2Lanes {
   using Floats = halcyra::haar::Floats;
   using Ints = halcyra::haar::Ints;
   using Shorts = halcyra::haar::Shorts;
+  using Eights = halcyra::haar::Eights;
   static constexpr std::int32_t kLanes = 8;
 
   static __m256i two_of(const void* first, const void* second) {
     return _mm256_set_m128i(_mm_loadu_si128(static_cast<const __m128i*>(second)),
                             _mm_loadu_si128(static_cast<const __m128i*>(first)));
-  }
-  static Shorts load_eights(const std::uint16_t* base, const std::int32_t* places) {
-    return {two_of(base + places[0], base + places[1])};
-  }
-  static void load_eights(const std::int32_t* base, const std::int32_t* places, Ints& first,
-                          Ints& second) {
-    first = Ints::load(base + places[0]);
-    second = Ints::load(base + places[1]);
-  }
-  static void load_norms(const float* norms, const std::int32_t* places, Floats& even,
-                         Floats& odd) {
-    even.v = _mm256_castsi256_ps(two_of(norms + places[0], norms + places[1]));
-    odd.v = _mm256_castsi256_ps(two_of(norms + kLanes + places[0], norms + kLanes + places[1]));
   }
   // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {

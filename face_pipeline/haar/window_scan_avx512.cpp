@@ -25,10 +25,10 @@ struct Ints {
 
   static Ints all(std::int32_t value) { return {_mm512_set1_epi32(value)}; }
   static Ints load(const std::int32_t* from) { return {_mm512_loadu_si512(from)}; }
-  Floats floats() const { return {_mm512_cvtepi32_ps(v)}; }
-  Ints plus_where_below(Floats value, float threshold, std::int32_t gain) const {
+  void store(std::int32_t* to) const { _mm512_storeu_si512(to, v); }
+  void add_where_below(Floats value, float threshold, std::int32_t gain) {
     const __mmask16 below = _mm512_cmp_ps_mask(value.v, _mm512_set1_ps(threshold), _CMP_LT_OQ);
-    return {_mm512_mask_add_epi32(v, below, v, _mm512_set1_epi32(gain))};
+    v = _mm512_mask_add_epi32(v, below, v, _mm512_set1_epi32(gain));
   }
   std::uint32_t below(std::int32_t limit) const {
     return _mm512_cmplt_epi32_mask(v, _mm512_set1_epi32(limit));
@@ -38,62 +38,53 @@ struct Ints {
   }
   friend Ints operator+(Ints a, Ints b) { return {_mm512_add_epi32(a.v, b.v)}; }
   friend Ints operator-(Ints a, Ints b) { return {_mm512_sub_epi32(a.v, b.v)}; }
-  friend Ints operator*(Ints a, std::int32_t b) {
-    return {_mm512_mullo_epi32(a.v, _mm512_set1_epi32(b))};
-  }
 };
 
 struct Shorts {
   __m512i v;
 
+  static Shorts all(std::int32_t value) {
+    return {_mm512_set1_epi16(static_cast<std::int16_t>(value))};
+  }
   static Shorts load(const std::uint16_t* from) { return {_mm512_loadu_si512(from)}; }
+  static Shorts load_aligned(const std::uint16_t* from) { return {_mm512_load_si512(from)}; }
   // Times 2^16, which saves shifting the values down; the norms make up for it.
   Floats even_floats() const { return {_mm512_cvtepi32_ps(_mm512_slli_epi32(v, 16))}; }
   Floats odd_floats() const {
     return {_mm512_cvtepi32_ps(_mm512_and_si512(v, _mm512_set1_epi32(-65536)))};
   }
+  // Saturating.
+  Shorts plus(Shorts other) const { return {_mm512_adds_epi16(v, other.v)}; }
+  Shorts minus(Shorts other) const { return {_mm512_subs_epi16(v, other.v)}; }
   friend Shorts operator+(Shorts a, Shorts b) { return {_mm512_add_epi16(a.v, b.v)}; }
   friend Shorts operator-(Shorts a, Shorts b) { return {_mm512_sub_epi16(a.v, b.v)}; }
+};
+
+// Eight entries of each of two eights of windows. Whole vectors take longer to put together.
+struct Eights {
+  static constexpr std::int32_t kWindows = 16;
+  __m256i v;
+
+  // Of the first window of each eight.
+  static Eights load(const std::uint16_t* base, const std::int32_t* places) {
+    return {_mm256_inserti128_si256(_mm256_castsi128_si256(eight_entries(base + places[0])),
+                                    eight_entries(base + places[8]), 1)};
+  }
+  static __m128i eight_entries(const void* from) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(from));
+  }
+  void store(void* to) const { _mm256_store_si256(static_cast<__m256i*>(to), v); }
+  static Eights zip_low(Eights a, Eights b) { return {_mm256_unpacklo_epi16(a.v, b.v)}; }
+  static Eights zip_high(Eights a, Eights b) { return {_mm256_unpackhi_epi16(a.v, b.v)}; }
 };
 
 struct Avx512Lanes {
   using Floats = halcyra::haar::Floats;
   using Ints = halcyra::haar::Ints;
   using Shorts = halcyra::haar::Shorts;
+  using Eights = halcyra::haar::Eights;
   static constexpr std::int32_t kLanes = 16;
 
-  template <class Value>
-  static __m128i eight_halves(const Value* from) {
-    const void* bytes = from;
-    return _mm_loadu_si128(static_cast<const __m128i*>(bytes));
-  }
-  template <class Value>
-  static __m512i four_of(const Value* base, const std::int32_t* places) {
-    const __m512i first = _mm512_castsi128_si512(eight_halves(base + places[0]));
-    const __m512i two = _mm512_inserti32x4(first, eight_halves(base + places[1]), 1);
-    const __m512i three = _mm512_inserti32x4(two, eight_halves(base + places[2]), 2);
-    return _mm512_inserti32x4(three, eight_halves(base + places[3]), 3);
-  }
-  static __m512i two_of(const std::int32_t* first, const std::int32_t* second) {
-    const void* low = first;
-    const void* high = second;
-    return _mm512_inserti64x4(
-        _mm512_castsi256_si512(_mm256_loadu_si256(static_cast<const __m256i*>(low))),
-        _mm256_loadu_si256(static_cast<const __m256i*>(high)), 1);
-  }
-  static Shorts load_eights(const std::uint16_t* base, const std::int32_t* places) {
-    return {four_of(base, places)};
-  }
-  static void load_eights(const std::int32_t* base, const std::int32_t* places, Ints& first,
-                          Ints& second) {
-    first.v = two_of(base + places[0], base + places[1]);
-    second.v = two_of(base + places[2], base + places[3]);
-  }
-  static void load_norms(const float* norms, const std::int32_t* places, Floats& even,
-                         Floats& odd) {
-    even.v = _mm512_castsi512_ps(four_of(norms, places));
-    odd.v = _mm512_castsi512_ps(four_of(norms + kLanes, places));
-  }
   // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {
     const __m512i even =

@@ -1,6 +1,10 @@
 #include <cstdint>
 #include <cstring>
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 #include "face_pipeline/haar/window_scan.hpp"
 #include "face_pipeline/haar/window_scan_loop.hpp"
 
@@ -12,6 +16,7 @@ using EightShorts = std::uint16_t __attribute__((vector_size(16)));
 using FourInts = std::int32_t __attribute__((vector_size(16)));
 using FourUnsigned = std::uint32_t __attribute__((vector_size(16)));
 using FourFloats = float __attribute__((vector_size(16)));
+using TwoDoubles = double __attribute__((vector_size(16)));
 
 template <class Vector>
 Vector loaded(const void* from) {
@@ -45,23 +50,30 @@ struct Ints {
   }
   static Ints load(const std::int32_t* from) { return {loaded<FourUnsigned>(from)}; }
   FourInts as_signed() const { return reinterpret_cast<FourInts>(v); }
+  void store(std::int32_t* to) const { std::memcpy(to, &v, sizeof(v)); }
   Floats floats() const { return {__builtin_convertvector(as_signed(), FourFloats)}; }
   Floats low_half_floats() const { return Ints{v << 16}.floats(); }
-  Ints plus_where_below(Floats value, float threshold, std::int32_t gain) const {
+  void add_where_below(Floats value, float threshold, std::int32_t gain) {
     const FourInts gains = (value.v < Floats::all(threshold).v) & all_signed(gain);
-    return {v + reinterpret_cast<FourUnsigned>(gains)};
+    v += reinterpret_cast<FourUnsigned>(gains);
   }
   std::uint32_t below(std::int32_t limit) const { return bits_of(as_signed() < all_signed(limit)); }
   std::uint32_t above(std::int32_t limit) const { return bits_of(as_signed() > all_signed(limit)); }
   friend Ints operator+(Ints a, Ints b) { return {a.v + b.v}; }
   friend Ints operator-(Ints a, Ints b) { return {a.v - b.v}; }
-  friend Ints operator*(Ints a, std::int32_t b) { return {a.v * all(b).v}; }
 };
 
 struct Shorts {
   EightShorts v;
 
+  static Shorts all(std::int32_t value) {
+    const auto v = static_cast<std::uint16_t>(value);
+    return {EightShorts{v, v, v, v, v, v, v, v}};
+  }
   static Shorts load(const std::uint16_t* from) { return {loaded<EightShorts>(from)}; }
+  static Shorts load_aligned(const std::uint16_t* from) {
+    return load(static_cast<const std::uint16_t*>(__builtin_assume_aligned(from, 16)));
+  }
   // Times 2^16, which saves shifting the values down; the norms make up for it.
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
   Floats even_floats() const { return words().low_half_floats(); }
@@ -70,34 +82,68 @@ struct Shorts {
   Floats even_floats() const { return upper_half_floats(); }
   Floats odd_floats() const { return words().low_half_floats(); }
 #endif
+  // Saturating.
+#ifdef __SSE2__
+  Shorts plus(Shorts other) const {
+    return {reinterpret_cast<EightShorts>(_mm_adds_epi16(as_m128i(), other.as_m128i()))};
+  }
+  Shorts minus(Shorts other) const {
+    return {reinterpret_cast<EightShorts>(_mm_subs_epi16(as_m128i(), other.as_m128i()))};
+  }
+#else
+  Shorts plus(Shorts other) const {
+    const EightShorts sum = v + other.v;
+    return saturated(sum, (v ^ sum) & (other.v ^ sum));
+  }
+  Shorts minus(Shorts other) const {
+    const EightShorts difference = v - other.v;
+    return saturated(difference, (v ^ other.v) & (v ^ difference));
+  }
+#endif
   friend Shorts operator+(Shorts a, Shorts b) { return {a.v + b.v}; }
   friend Shorts operator-(Shorts a, Shorts b) { return {a.v - b.v}; }
 
  private:
+#ifdef __SSE2__
+  __m128i as_m128i() const { return reinterpret_cast<__m128i>(v); }
+#else
+  // The result where the sign bit of `overflow` is clear, otherwise the limit on the first
+  // operand's side, which the result has left.
+  static Shorts saturated(EightShorts result, EightShorts overflow) {
+    const EightShorts wrong = -(overflow >> 15);
+    const EightShorts limit = 0x7FFF + (1 - (result >> 15));
+    return {(result & ~wrong) | (limit & wrong)};
+  }
+#endif
   Ints words() const { return {reinterpret_cast<FourUnsigned>(v)}; }
   Floats upper_half_floats() const { return Ints{words().v & 0xFFFF0000U}.floats(); }
+};
+
+// Eight entries of each of eight windows.
+struct Eights {
+  static constexpr std::int32_t kWindows = 8;
+  EightShorts v;
+
+  // Of the first window.
+  static Eights load(const std::uint16_t* base, const std::int32_t* places) {
+    return {loaded<EightShorts>(base + places[0])};
+  }
+  void store(std::uint16_t* to) const { std::memcpy(to, &v, sizeof(v)); }
+  static Eights zip_low(Eights a, Eights b) {
+    return {__builtin_shufflevector(a.v, b.v, 0, 8, 1, 9, 2, 10, 3, 11)};
+  }
+  static Eights zip_high(Eights a, Eights b) {
+    return {__builtin_shufflevector(a.v, b.v, 4, 12, 5, 13, 6, 14, 7, 15)};
+  }
 };
 
 struct BaselineLanes {
   using Floats = halcyra::haar::Floats;
   using Ints = halcyra::haar::Ints;
   using Shorts = halcyra::haar::Shorts;
+  using Eights = halcyra::haar::Eights;
   static constexpr std::int32_t kLanes = 4;
 
-  // A group is a single eight.
-  static Shorts load_eights(const std::uint16_t* base, const std::int32_t* places) {
-    return Shorts::load(base + places[0]);
-  }
-  static void load_eights(const std::int32_t* base, const std::int32_t* places, Ints& first,
-                          Ints& second) {
-    first = Ints::load(base + places[0]);
-    second = Ints::load(base + places[0] + kLanes);
-  }
-  static void load_norms(const float* norms, const std::int32_t* places, Floats& even,
-                         Floats& odd) {
-    even = Floats::load(norms + places[0]);
-    odd = Floats::load(norms + places[0] + kLanes);
-  }
   // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {
     const FourFloats a = first.v;
@@ -112,16 +158,28 @@ struct BaselineLanes {
   static std::uint32_t interleave(std::uint32_t even, std::uint32_t odd) {
     return spread(even) | spread(odd) << 1;
   }
-  static float norm(std::int32_t sum, std::int32_t square_sum, double area) {
-    const double contrast = area * static_cast<double>(square_sum) -
-                            static_cast<double>(sum) * static_cast<double>(sum);
-    return static_cast<float>(1.0 / __builtin_sqrt(contrast));
+  static TwoDoubles norms(TwoDoubles sums, TwoDoubles square_sums, double area) {
+    const TwoDoubles contrast = TwoDoubles{area, area} * square_sums - sums * sums;
+#ifdef __SSE2__
+    const auto roots =
+        reinterpret_cast<TwoDoubles>(_mm_sqrt_pd(reinterpret_cast<__m128d>(contrast)));
+#else
+    const TwoDoubles roots = {__builtin_sqrt(contrast[0]), __builtin_sqrt(contrast[1])};
+#endif
+    return TwoDoubles{1.0, 1.0} / roots;
   }
   static Floats contrast_norm(Ints sum, Ints square_sum, double area) {
     const FourInts sums = sum.as_signed();
     const FourInts squares = square_sum.as_signed();
-    return {FourFloats{norm(sums[0], squares[0], area), norm(sums[1], squares[1], area),
-                       norm(sums[2], squares[2], area), norm(sums[3], squares[3], area)}};
+    const TwoDoubles low = norms(low_half(sums), low_half(squares), area);
+    const TwoDoubles high = norms(high_half(sums), high_half(squares), area);
+    return {__builtin_convertvector(__builtin_shufflevector(low, high, 0, 1, 2, 3), FourFloats)};
+  }
+  static TwoDoubles low_half(FourInts v) {
+    return __builtin_convertvector(__builtin_shufflevector(v, v, 0, 1), TwoDoubles);
+  }
+  static TwoDoubles high_half(FourInts v) {
+    return __builtin_convertvector(__builtin_shufflevector(v, v, 2, 3), TwoDoubles);
   }
 };
 

@@ -54,14 +54,18 @@ struct Ints {
     const int32x4x2_t both = vld1q_s32_x2(from);
     return {both.val[0], both.val[1]};
   }
+  void store(std::int32_t* to) const {
+    vst1q_s32(to, low);
+    vst1q_s32(to + 4, high);
+  }
   Floats floats() const { return {vcvtq_f32_s32(low), vcvtq_f32_s32(high)}; }
-  Ints plus_where_below(Floats value, float threshold, std::int32_t gain) const {
+  void add_where_below(Floats value, float threshold, std::int32_t gain) {
     const float32x4_t thresholds = vdupq_n_f32(threshold);
     const int32x4_t gains = vdupq_n_s32(gain);
     const int32x4_t low_below = vreinterpretq_s32_u32(vcltq_f32(value.low, thresholds));
     const int32x4_t high_below = vreinterpretq_s32_u32(vcltq_f32(value.high, thresholds));
-    return {vaddq_s32(low, vandq_s32(low_below, gains)),
-            vaddq_s32(high, vandq_s32(high_below, gains))};
+    low = vaddq_s32(low, vandq_s32(low_below, gains));
+    high = vaddq_s32(high, vandq_s32(high_below, gains));
   }
   std::uint32_t below(std::int32_t limit) const {
     return Mask{vcltq_s32(low, vdupq_n_s32(limit)), vcltq_s32(high, vdupq_n_s32(limit))}.bits();
@@ -75,15 +79,17 @@ struct Ints {
   friend Ints operator-(Ints a, Ints b) {
     return {vsubq_s32(a.low, b.low), vsubq_s32(a.high, b.high)};
   }
-  friend Ints operator*(Ints a, std::int32_t b) {
-    return {vmulq_n_s32(a.low, b), vmulq_n_s32(a.high, b)};
-  }
 };
 
 struct Shorts {
   uint16x8_t low;
   uint16x8_t high;
 
+  static Shorts all(std::int32_t value) {
+    const uint16x8_t v = vdupq_n_u16(static_cast<std::uint16_t>(value));
+    return {v, v};
+  }
+  static Shorts load_aligned(const std::uint16_t* from) { return load(from); }
   static Shorts load(const std::uint16_t* from) {
     const uint16x8x2_t both = vld1q_u16_x2(from);
     return {both.val[0], both.val[1]};
@@ -100,6 +106,17 @@ struct Shorts {
                 vandq_s32(vreinterpretq_s32_u16(high), upper_half)}
         .floats();
   }
+  // Saturating.
+  Shorts plus(Shorts other) const {
+    return {as_unsigned(vqaddq_s16(as_signed(low), as_signed(other.low))),
+            as_unsigned(vqaddq_s16(as_signed(high), as_signed(other.high)))};
+  }
+  Shorts minus(Shorts other) const {
+    return {as_unsigned(vqsubq_s16(as_signed(low), as_signed(other.low))),
+            as_unsigned(vqsubq_s16(as_signed(high), as_signed(other.high)))};
+  }
+  static int16x8_t as_signed(uint16x8_t v) { return vreinterpretq_s16_u16(v); }
+  static uint16x8_t as_unsigned(int16x8_t v) { return vreinterpretq_u16_s16(v); }
   friend Shorts operator+(Shorts a, Shorts b) {
     return {vaddq_u16(a.low, b.low), vaddq_u16(a.high, b.high)};
   }
@@ -108,25 +125,27 @@ struct Shorts {
   }
 };
 
+// Eight entries of each of eight windows.
+struct Eights {
+  static constexpr std::int32_t kWindows = 8;
+  uint16x8_t v;
+
+  // Of the first window.
+  static Eights load(const std::uint16_t* base, const std::int32_t* places) {
+    return {vld1q_u16(base + places[0])};
+  }
+  void store(std::uint16_t* to) const { vst1q_u16(to, v); }
+  static Eights zip_low(Eights a, Eights b) { return {vzip1q_u16(a.v, b.v)}; }
+  static Eights zip_high(Eights a, Eights b) { return {vzip2q_u16(a.v, b.v)}; }
+};
+
 struct NeonLanes {
   using Floats = halcyra::haar::Floats;
   using Ints = halcyra::haar::Ints;
   using Shorts = halcyra::haar::Shorts;
+  using Eights = halcyra::haar::Eights;
   static constexpr std::int32_t kLanes = 8;
 
-  static Shorts load_eights(const std::uint16_t* base, const std::int32_t* places) {
-    return {vld1q_u16(base + places[0]), vld1q_u16(base + places[1])};
-  }
-  static void load_eights(const std::int32_t* base, const std::int32_t* places, Ints& first,
-                          Ints& second) {
-    first = Ints::load(base + places[0]);
-    second = Ints::load(base + places[1]);
-  }
-  static void load_norms(const float* norms, const std::int32_t* places, Floats& even,
-                         Floats& odd) {
-    even = {vld1q_f32(norms + places[0]), vld1q_f32(norms + places[1])};
-    odd = {vld1q_f32(norms + kLanes + places[0]), vld1q_f32(norms + kLanes + places[1])};
-  }
   // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {
     const Floats a = first;

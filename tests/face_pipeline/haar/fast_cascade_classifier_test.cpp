@@ -144,11 +144,30 @@ TEST(FastCascade, FindsTheSameAfterPicturesOfManyWidths) {
   }
 }
 
+// Searches with a cascade for the picture, of whose windows some lie exactly at a threshold.
+// Returns the number of boxes.
+std::size_t expect_same_with(const StumpCascade& cascade, const cv::Mat& picture) {
+  const TemporaryFolder folder;
+  const std::string file = (folder.path() / "cascade.xml").string();
+  write_cascade(file, cascade);
+  cv::CascadeClassifier original(file);
+  DetectionSettings settings;
+  settings.scale_factor = 2.5;
+  settings.min_neighbors = 0;
+  const Boxes expected = detected_on_threads(1, original, picture, settings);
+  for (const InstructionSet instructions : available_instruction_sets()) {
+    cv::CascadeClassifier classifier;
+    EXPECT_TRUE(load_fast_cascade(classifier, file, instructions));
+    EXPECT_NE(fast_cascade(classifier), nullptr);
+    EXPECT_EQ(detected_on_threads(1, classifier, picture, settings), expected)
+        << picture.size() << ", " << cascade.window;
+  }
+  return expected.size();
+}
+
 // Where values and sums equal their thresholds, the last bit of each decides.
 TEST(FastCascade, FindsTheSameAtThresholds) {
   cv::RNG random(25);
-  const TemporaryFolder folder;
-  const std::string file = (folder.path() / "cascade.xml").string();
   std::size_t hits = 0;
   for (int round = 0; round < 60; ++round) {
     const cv::Mat picture =
@@ -156,21 +175,50 @@ TEST(FastCascade, FindsTheSameAtThresholds) {
     const cv::Size window(random.uniform(12, 25), random.uniform(12, 25));
     const int most_stumps =
         round % 3 == 0 ? 100 : 6;  // more stumps make sums closer to the threshold
-    write_cascade(file, cascade_for(picture, window, most_stumps, random));
-    cv::CascadeClassifier original(file);
-    DetectionSettings settings;
-    settings.scale_factor = 2.5;
-    settings.min_neighbors = 0;
-    const Boxes expected = detected_on_threads(1, original, picture, settings);
-    for (const InstructionSet instructions : available_instruction_sets()) {
-      cv::CascadeClassifier classifier;
-      ASSERT_TRUE(load_fast_cascade(classifier, file, instructions));
-      ASSERT_NE(fast_cascade(classifier), nullptr);
-      EXPECT_EQ(detected_on_threads(1, classifier, picture, settings), expected) << round;
-    }
-    hits += expected.size();
+    hits += expect_same_with(cascade_for(picture, window, most_stumps, random), picture);
   }
   EXPECT_GT(hits, 500U);
+}
+
+// Large features over black and white give values that do not fit into 16 bits.
+TEST(FastCascade, FindsTheSameWithLargeFeaturesInPicturesOfStrongContrast) {
+  cv::RNG random(27);
+  std::size_t hits = 0;
+  for (int round = 0; round < 120; ++round) {
+    const cv::Size size(random.uniform(40, 150), random.uniform(40, 80));
+    const cv::Mat picture =
+        round % 3 == 0 ? clouds(size, random) : checkerboard(size, random.uniform(6, 30));
+    const cv::Size window(random.uniform(14, 29), random.uniform(14, 29));
+    hits +=
+        expect_same_with(cascade_for(picture, window, 8, random, random_large_feature), picture);
+  }
+  EXPECT_GT(hits, 500U);
+}
+
+// Their patches are too large to be packed.
+TEST(FastCascade, FindsTheSameWithLargeWindows) {
+  cv::RNG random(28);
+  std::size_t hits = 0;
+  for (int round = 0; round < 10; ++round) {
+    const cv::Mat picture = clouds({200, 120}, random);
+    hits += expect_same_with(cascade_for(picture, {60, 50}, 20, random), picture);
+  }
+  EXPECT_GT(hits, 50U);
+}
+
+// The order in which stages are tried is found anew from time to time.
+TEST(FastCascade, FindsTheSameInManyPicturesOneAfterAnother) {
+  cv::RNG random(29);
+  Classifiers& all = classifiers("profileface");
+  for (int round = 0; round < 600; ++round) {
+    const cv::Mat picture =
+        round % 2 == 0 ? face_before_clouds({48, 40}, random) : noise({40, 40}, 0, 255, random);
+    DetectionSettings settings;
+    settings.min_neighbors = 0;
+    EXPECT_EQ(detected_on_threads(1, all.fast.back(), picture, settings),
+              detected_on_threads(1, all.original, picture, settings))
+        << round;
+  }
 }
 
 TEST(FastCascade, CountsTheSameNumberOfHits) {

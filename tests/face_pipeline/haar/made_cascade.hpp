@@ -75,14 +75,37 @@ inline RectFeature random_feature(const cv::Size& window, cv::RNG& random) {
   }
 }
 
+// Of the same shapes, but as large as fits. The values of many do not fit into 16 bits.
+inline RectFeature random_large_feature(const cv::Size& window, cv::RNG& random) {
+  const bool upright = random.uniform(0, 2) == 0;
+  const int parts = random.uniform(2, 4);
+  const int w = upright ? window.width / parts : random.uniform(window.width / 2, window.width + 1);
+  const int h =
+      upright ? random.uniform(window.height / 2, window.height + 1) : window.height / parts;
+  const int sign = random.uniform(0, 2) == 0 ? 1 : -1;
+  const cv::Point step = upright ? cv::Point(w, 0) : cv::Point(0, h);
+  if (random.uniform(0, 3) == 0) {
+    const int x = window.width / 2;
+    const int y = window.height / 2;
+    return {weighted(0, 0, 2 * x, 2 * y, -sign), weighted(x, 0, x, y, 2 * sign),
+            weighted(0, y, x, y, 2 * sign)};
+  }
+  const int part = parts == 3 ? 1 : random.uniform(0, 2);
+  return {weighted(0, 0, w + (parts - 1) * step.x, h + (parts - 1) * step.y, -sign),
+          weighted(part * step.x, part * step.y, w, h, parts * sign),
+          {}};
+}
+
 inline cv::Mat random_window(const cv::Mat& picture, const cv::Size& window, cv::RNG& random) {
   return picture(cv::Rect(cv::Point(2 * random.uniform(0, (picture.cols - window.width) / 2 + 1),
                                     2 * random.uniform(0, (picture.rows - window.height) / 2 + 1)),
                           window));
 }
 
+using FeatureMaker = RectFeature(const cv::Size& window, cv::RNG& random);
+
 inline StumpCascade cascade_for(const cv::Mat& picture, const cv::Size& window, int most_stumps,
-                                cv::RNG& random) {
+                                cv::RNG& random, FeatureMaker make_feature = random_feature) {
   StumpCascade cascade;
   cascade.window = window;
   for (int stage = 0; stage < 3; ++stage) {
@@ -90,7 +113,7 @@ inline StumpCascade cascade_for(const cv::Mat& picture, const cv::Size& window, 
     for (int i = random.uniform(1, most_stumps + 1); i > 0; --i) {
       Stump stump;
       stump.feature = static_cast<int>(cascade.features.size());
-      cascade.features.push_back(random_feature(window, random));
+      cascade.features.push_back(make_feature(window, random));
       stump.threshold = value_of(cascade.features.back(), random_window(picture, window, random));
       stump.below = random.uniform(-1.0F, 1.0F);
       stump.not_below = random.uniform(-1.0F, 1.0F);
