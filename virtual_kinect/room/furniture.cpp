@@ -32,7 +32,8 @@ Paint wood(const Vec3& color) {
 
 Paint fabric(const Vec3& color) {
   return [color](float, float, const Vec3& p) {
-    const float weave = value_noise(p * 0.14F, 93) * 0.05F + layered_noise(p * 0.01F, 94) * 0.06F;
+    const auto [coarse, fine] = layered_and_single_noise(p * 0.01F, 94, p * 0.14F, 93);
+    const float weave = fine * 0.05F + coarse * 0.06F;
     return Reflectance{color * (1.0F + weave), 0.55F};
   };
 }
