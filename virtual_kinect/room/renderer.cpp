@@ -17,10 +17,32 @@ namespace {
 constexpr float kSkinWrap = 0.25F;
 constexpr float kClothWrap = 0.35F;
 
-std::map<Person, PersonModel> make_people() {
-  std::map<Person, PersonModel> people;
-  for (const Person person : kAllPeople) people.emplace(person, make_person(look_of(person)));
-  return people;
+// What softening needs around what was drawn.
+constexpr int kRim = 2;
+
+cv::Rect widened(const cv::Rect& area, const cv::Size& picture) {
+  return (area + cv::Size(2 * kRim, 2 * kRim) - cv::Point(kRim, kRim)) & cv::Rect({}, picture);
+}
+
+// The rest of a picture.
+std::vector<cv::Rect> areas_around(const cv::Rect& area, const cv::Size& picture) {
+  const int right = area.br().x;
+  const int bottom = area.br().y;
+  return {{0, 0, picture.width, area.y},
+          {0, area.y, area.x, area.height},
+          {right, area.y, picture.width - right, area.height},
+          {0, bottom, picture.width, picture.height - bottom}};
+}
+
+// Of all parts that are in view.
+cv::Rect extent_of(const std::vector<PlacedPart>& parts) {
+  cv::Rect area;
+  for (const PlacedPart& part : parts) area |= extent(kColorCamera, *part.surface, part.pose);
+  return area;
+}
+
+void draw_part(const ColorCanvas& canvas, const PlacedPart& part, const LightLevels& light) {
+  draw(canvas, *part.surface, part.pose, light, part.is_skin ? kSkinWrap : kClothWrap);
 }
 
 // Smooths the stepped outlines of the people, who were drawn in front of the room.
@@ -42,45 +64,79 @@ void defocus(cv::Mat& picture, float radius) {
 
 }  // namespace
 
-Renderer::Renderer(std::uint32_t seed) : noise_(seed) {
-  std::future<std::map<Person, PersonModel>> people = std::async(std::launch::async, make_people);
+Renderer::Renderer(std::uint32_t seed) : vignette_(make_vignette(kDepthCamera)), noise_(seed) {
+  // The owner appears first. The others are made when they come.
+  std::future<PersonModel> owner =
+      std::async(std::launch::async, [] { return make_person(look_of(Person::kOwner)); });
   backdrop_ = draw_backdrop();
-  people_ = people.get();
+  people_.emplace(Person::kOwner, owner.get());
+}
+
+const PersonModel& Renderer::model_of(Person person) const {
+  const auto known = people_.find(person);
+  if (known != people_.end()) return known->second;
+  return people_.emplace(person, make_person(look_of(person))).first->second;
+}
+
+std::vector<PlacedPart> Renderer::parts_of(const Presence& presence) const {
+  return placed_parts(model_of(presence.person), presence.posture);
 }
 
 const cv::Mat& Renderer::lit_room(const LightLevels& light) const {
   const bool same = light.daylight == lit_by_.daylight && light.lamp == lit_by_.lamp;
   if (lit_room_.empty() || !same) {
-    lit_room_ = lit_backdrop(backdrop_, light);
+    lit_backdrop(backdrop_, light, lit_room_);
     lit_by_ = light;
   }
   return lit_room_;
 }
 
-void Renderer::draw_person(const ColorCanvas& canvas, const Presence& presence,
-                           const LightLevels& light) const {
-  cv::Rect area;
-  for (const PlacedPart& part : placed_parts(people_.at(presence.person), presence.posture)) {
-    const cv::Rect covered = extent(canvas.camera, *part.surface, part.pose);
-    if (!covered.empty()) {
-      draw(canvas, *part.surface, part.pose, light, part.is_skin ? kSkinWrap : kClothWrap);
-      area |= covered;
-    }
+// Draws the people and their shadows in front of the room, and returns the area of color_ with all
+// that now differs from the room.
+cv::Rect Renderer::draw_people(const Moment& moment, const cv::Mat& room) const {
+  const cv::Size size = room.size();
+  cv::Rect covered;
+  cv::Rect changed;
+  std::vector<std::vector<PlacedPart>> people;
+  std::vector<cv::Rect> extents;
+  for (const Presence& presence : moment.people) {
+    people.push_back(parts_of(presence));
+    extents.push_back(extent_of(people.back()));
+    covered |= extents.back();
+    changed |= widened(extents.back(), size) | shadow_area(presence.posture);
   }
-  if (!area.empty()) soften(canvas, backdrop_.color_nearness, area);
+  if (changed.empty()) return changed;
+  color_.create(size, room.type());
+  nearness_.create(size, backdrop_.color_nearness.type());
+  room(changed).copyTo(color_(changed));
+  if (!covered.empty()) backdrop_.color_nearness(covered).copyTo(nearness_(covered));
+  for (const Presence& presence : moment.people) {
+    add_contact_shadow(color_, backdrop_.color_nearness, presence.posture);
+  }
+  const ColorCanvas canvas{kColorCamera, color_, nearness_};
+  for (std::size_t i = 0; i < people.size(); ++i) {
+    if (extents[i].empty()) continue;
+    for (const PlacedPart& part : people[i]) draw_part(canvas, part, moment.light);
+    soften(canvas, backdrop_.color_nearness, extents[i]);
+  }
+  return changed;
 }
 
 cv::Mat Renderer::render_color(const Moment& moment, std::uint64_t set) const {
-  cv::Mat picture = lit_room(moment.light).clone();
-  for (const Presence& presence : moment.people) {
-    add_contact_shadow(picture, backdrop_.color_nearness, presence.posture);
+  const cv::Mat& room = lit_room(moment.light);
+  const cv::Rect changed = draw_people(moment, room);
+  cv::Mat picture(room.size(), room.type());
+  if (moment.defocus > 0.3F) {
+    room.copyTo(picture);
+    if (!changed.empty()) color_(changed).copyTo(picture(changed));
+    defocus(picture, moment.defocus);
+    noise_.add_to_color(picture, cv::Rect({}, picture.size()), set, picture);
+    return picture;
   }
-  if (!moment.people.empty()) {
-    const ColorCanvas canvas{kColorCamera, picture, backdrop_.color_nearness.clone()};
-    for (const Presence& presence : moment.people) draw_person(canvas, presence, moment.light);
+  for (const cv::Rect& area : areas_around(changed, room.size())) {
+    noise_.add_to_color(room, area, set, picture);
   }
-  if (moment.defocus > 0.3F) defocus(picture, moment.defocus);
-  noise_.add_to_color(picture, set);
+  noise_.add_to_color(color_, changed, set, picture);
   return picture;
 }
 
@@ -89,11 +145,9 @@ InfraredAndDepth Renderer::render_infrared_and_depth(const Moment& moment,
   const DepthCanvas canvas{kDepthCamera, backdrop_.depth_nearness.clone(),
                            backdrop_.depth_echo.clone()};
   for (const Presence& presence : moment.people) {
-    for (const PlacedPart& part : placed_parts(people_.at(presence.person), presence.posture)) {
-      draw(canvas, *part.surface, part.pose);
-    }
+    for (const PlacedPart& part : parts_of(presence)) draw(canvas, *part.surface, part.pose);
   }
-  return {measure_infrared(canvas, noise_, set), measure_depth(canvas, noise_, set)};
+  return {measure_infrared(canvas, vignette_, noise_, set), measure_depth(canvas, noise_, set)};
 }
 
 }  // namespace halcyra::virtual_kinect::room
