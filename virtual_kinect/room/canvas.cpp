@@ -28,6 +28,7 @@ constexpr std::size_t kDaylight = 1;
 constexpr std::size_t kLamp = 2;
 
 using FourInts = std::int32_t __attribute__((vector_size(16)));
+using FourShorts = std::uint16_t __attribute__((vector_size(8)));
 
 using ColorCorner = Corner<kLight + 1>;
 using TwoLightsCorner = Corner<kLamp + 1>;
@@ -68,34 +69,49 @@ const cv::Mat& fitting_mip(const Surface& surface, const Pinhole& camera, const 
   return surface.texture_mips[mip];
 }
 
+// Where to read texels; the largest places are those of sample(), times 256. Unlike a cv::Mat, it
+// does not have to be read anew after each pixel.
+struct Texture {
+  explicit Texture(const cv::Mat& texels)
+      : data(texels.data),
+        step(static_cast<std::ptrdiff_t>(texels.step[0])),
+        most_x((texels.cols << 8) - 513),
+        most_y((texels.rows << 8) - 513) {}
+
+  const uchar* data;
+  std::ptrdiff_t step;
+  int most_x;
+  int most_y;
+};
+
+// The four bytes of a texel, each in 16 bits.
+std::uint64_t spread(const uchar* texel) {
+  std::uint32_t bytes = 0;
+  std::memcpy(&bytes, texel, sizeof(bytes));
+  std::uint64_t spread = bytes;
+  spread = (spread | spread << 16U) & 0x0000FFFF0000FFFFU;
+  return (spread | spread << 8U) & 0x00FF00FF00FF00FFU;
+}
+
 // Between the four texels around a place, which is computed in 24.8 fixed-point numbers. Blue,
 // green, red and infrared, each times 256.
-inline FourFloats sample(const cv::Mat& texture, float x, float y) {
-  using EightBytes = std::uint8_t __attribute__((vector_size(8)));
-  using EightShorts = std::uint16_t __attribute__((vector_size(16)));
-  using FourShorts = std::uint16_t __attribute__((vector_size(8)));
-  const int fixed_x = std::clamp(static_cast<int>(x * 256.0F) - 128, 0, (texture.cols << 8) - 513);
-  const int fixed_y = std::clamp(static_cast<int>(y * 256.0F) - 128, 0, (texture.rows << 8) - 513);
-  const int s = fixed_x & 255;
-  const int t = fixed_y & 255;
-  const uchar* p = texture.ptr(fixed_y >> 8) + 4 * (fixed_x >> 8);
-  const int w11 = s * t >> 8;
-  const int w10 = s - w11;
-  const int w01 = t - w11;
-  const int w00 = 256 - s - w01;
-  const auto pair = [](const uchar* texels, int left, int right) {
-    EightBytes bytes;
-    std::memcpy(&bytes, texels, sizeof(bytes));
-    const auto l = static_cast<std::uint16_t>(left);
-    const auto r = static_cast<std::uint16_t>(right);
-    return __builtin_convertvector(bytes, EightShorts) * EightShorts{l, l, l, l, r, r, r, r};
-  };
-  // The weights add up to 256, so no sum is above 255 * 256.
-  const EightShorts sums = pair(p, w00, w10) + pair(p + texture.step[0], w01, w11);
-  std::array<FourShorts, 2> halves;
-  std::memcpy(halves.data(), &sums, sizeof(sums));
-  return __builtin_convertvector(__builtin_convertvector(halves[0] + halves[1], FourInts),
-                                 FourFloats);
+inline FourFloats sample(const Texture& texture, float x, float y) {
+  const int fixed_x = std::clamp(static_cast<int>(x * 256.0F) - 128, 0, texture.most_x);
+  const int fixed_y = std::clamp(static_cast<int>(y * 256.0F) - 128, 0, texture.most_y);
+  const auto s = static_cast<std::uint64_t>(fixed_x & 255);
+  const auto t = static_cast<std::uint64_t>(fixed_y & 255);
+  const uchar* p = texture.data + (fixed_y >> 8) * texture.step + 4 * (fixed_x >> 8);
+  const uchar* q = p + texture.step;
+  const std::uint64_t w11 = s * t >> 8U;
+  const std::uint64_t w10 = s - w11;
+  const std::uint64_t w01 = t - w11;
+  const std::uint64_t w00 = 256U - s - w01;
+  // The weights add up to 256, so no sum needs more than its 16 bits.
+  const std::uint64_t sums =
+      spread(p) * w00 + spread(p + 4) * w10 + spread(q) * w01 + spread(q + 4) * w11;
+  FourShorts channels;
+  std::memcpy(&channels, &sums, sizeof(channels));
+  return __builtin_convertvector(__builtin_convertvector(channels, FourInts), FourFloats);
 }
 
 // Bends what is brighter than the display can show into its last 40 levels.
@@ -249,15 +265,15 @@ void draw(const ColorCanvas& canvas, const Surface& surface, const Pose& pose,
         corner.values[kLight] = light_values(parts, levels, surface);
         corner.values[0][kShine] = shine(surface, levels, point, normal, openness);
       });
+  const Texture texture(plan.texture);
   const Rows<uchar> color(canvas.color, 0);
   const Rows<float> nearest(canvas.nearness, 0);
   fill_grid(surface, plan.stride, corners, cv::Rect({}, canvas.color.size()),
-            [&](int column, int row, const Values<kLight + 1>& values) {
+            [=](int column, int row, const Values<kLight + 1>& values) {
               float& nearest_yet = *nearest.pixel(column, row);
               if (values[0][kNearness] <= nearest_yet) return;
               nearest_yet = values[0][kNearness];
-              const FourFloats texel =
-                  sample(plan.texture, values[0][kTextureX], values[0][kTextureY]);
+              const FourFloats texel = sample(texture, values[0][kTextureX], values[0][kTextureY]);
               expose(texel * values[kLight] + values[0][kShine], color.pixel(column, row));
             });
 }
@@ -274,16 +290,16 @@ void draw(const TwoLightsCanvas& canvas, const Surface& surface, const Pose& pos
         corner.values[kLamp] = light_values(parts, kLampAlone, surface);
         corner.values[0][kShine] = shine(surface, kDayAlone, point, normal, openness);
       });
+  const Texture texture(plan.texture);
   const Rows<uchar> daylight(canvas.daylight, canvas.first_row);
   const Rows<uchar> lamp(canvas.lamp, canvas.first_row);
   const Rows<float> nearest(canvas.nearness, canvas.first_row);
   fill_grid(surface, plan.stride, corners, cv::Rect({0, canvas.first_row}, canvas.nearness.size()),
-            [&](int column, int row, const Values<kLamp + 1>& values) {
+            [=](int column, int row, const Values<kLamp + 1>& values) {
               float& nearest_yet = *nearest.pixel(column, row);
               if (values[0][kNearness] <= nearest_yet) return;
               nearest_yet = values[0][kNearness];
-              const FourFloats texel =
-                  sample(plan.texture, values[0][kTextureX], values[0][kTextureY]);
+              const FourFloats texel = sample(texture, values[0][kTextureX], values[0][kTextureY]);
               expose(texel * values[kDaylight] + values[0][kShine], daylight.pixel(column, row));
               expose(texel * values[kLamp], lamp.pixel(column, row));
             });
@@ -308,7 +324,7 @@ void draw(const DepthCanvas& canvas, const Surface& surface, const Pose& pose) {
   const Rows<float> nearest(canvas.nearness, 0);
   const Rows<float> echo(canvas.echo, 0);
   fill_grid(surface, stride, corners, cv::Rect({}, canvas.nearness.size()),
-            [&](int column, int row, const Values<1>& values) {
+            [=](int column, int row, const Values<1>& values) {
               float& nearest_yet = *nearest.pixel(column, row);
               if (values[0][kNearness] > nearest_yet) {
                 nearest_yet = values[0][kNearness];

@@ -31,13 +31,13 @@ float doubled_area(const Corner<kFours>& a, const Corner<kFours>& b, const Corne
   return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-// Calls plot(column, row, values) for each pixel of `bounds` whose centre is inside the triangle,
-// and for none where its corners run counter-clockwise. Of two triangles with a common edge, both
-// may call it for a pixel on the edge, but never neither. What a pixel gets does not depend on the
-// rows of `bounds`.
+// Calls plotter(column, row, values) for each pixel of `bounds` whose centre is inside the
+// triangle, and for none where its corners run counter-clockwise. Of two triangles with a common
+// edge, both may call it for a pixel on the edge, but never neither. What a pixel gets does not
+// depend on the rows of `bounds`.
 template <std::size_t kFours, typename Plot>
 void fill_triangle(const Corner<kFours>& a, const Corner<kFours>& b, const Corner<kFours>& c,
-                   const cv::Rect& bounds, const Plot& plot) {
+                   const cv::Rect& bounds, const Plot& plotter) {
   const float area = doubled_area(a, b, c);
   if (area <= 0.0F) return;
   const auto first = [](float edge) { return static_cast<int>(std::ceil(edge - 0.5F)); };
@@ -65,6 +65,8 @@ void fill_triangle(const Corner<kFours>& a, const Corner<kFours>& b, const Corne
     return (static_cast<int>(weight_b >= kRim) & static_cast<int>(weight_c >= kRim) &
             static_cast<int>(weight_b + weight_c <= 1.0F - kRim)) != 0;
   };
+  // A copy of its own, whose fields stay in registers whatever it writes to.
+  const Plot plot = plotter;
   const float dx = static_cast<float>(left) + 0.5F - a.x;
   for (int row = top; row <= bottom; ++row) {
     const float dy = static_cast<float>(row) + 0.5F - a.y;

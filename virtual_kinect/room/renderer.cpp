@@ -24,14 +24,18 @@ cv::Rect widened(const cv::Rect& area, const cv::Size& picture) {
   return (area + cv::Size(2 * kRim, 2 * kRim) - cv::Point(kRim, kRim)) & cv::Rect({}, picture);
 }
 
-// The rest of a picture.
+// The rest of a picture. No area is empty.
 std::vector<cv::Rect> areas_around(const cv::Rect& area, const cv::Size& picture) {
   const int right = area.br().x;
   const int bottom = area.br().y;
-  return {{0, 0, picture.width, area.y},
-          {0, area.y, area.x, area.height},
-          {right, area.y, picture.width - right, area.height},
-          {0, bottom, picture.width, picture.height - bottom}};
+  std::vector<cv::Rect> around = {{0, 0, picture.width, area.y},
+                                  {0, area.y, area.x, area.height},
+                                  {right, area.y, picture.width - right, area.height},
+                                  {0, bottom, picture.width, picture.height - bottom}};
+  around.erase(std::remove_if(around.begin(), around.end(),
+                              [](const cv::Rect& each) { return each.empty(); }),
+               around.end());
+  return around;
 }
 
 // Of all parts that are in view.
@@ -91,10 +95,9 @@ const cv::Mat& Renderer::lit_room(const LightLevels& light) const {
   return lit_room_;
 }
 
-// Draws the people and their shadows in front of the room, and returns the area of color_ with all
-// that now differs from the room.
-cv::Rect Renderer::draw_people(const Moment& moment, const cv::Mat& room) const {
-  const cv::Size size = room.size();
+// Draws the people and their shadows in front of the room. Returns the area of the picture that
+// holds all that differs from the room; nothing else of it is written.
+cv::Rect Renderer::draw_people(const Moment& moment, const cv::Mat& room, cv::Mat& picture) const {
   cv::Rect covered;
   cv::Rect changed;
   std::vector<std::vector<PlacedPart>> people;
@@ -103,17 +106,17 @@ cv::Rect Renderer::draw_people(const Moment& moment, const cv::Mat& room) const 
     people.push_back(parts_of(presence));
     extents.push_back(extent_of(people.back()));
     covered |= extents.back();
-    changed |= widened(extents.back(), size) | shadow_area(presence.posture);
+    changed |= widened(extents.back(), room.size()) | shadow_area(presence.posture);
   }
   if (changed.empty()) return changed;
-  color_.create(size, room.type());
-  nearness_.create(size, backdrop_.color_nearness.type());
-  room(changed).copyTo(color_(changed));
-  if (!covered.empty()) backdrop_.color_nearness(covered).copyTo(nearness_(covered));
+  room(changed).copyTo(picture(changed));
   for (const Presence& presence : moment.people) {
-    add_contact_shadow(color_, backdrop_.color_nearness, presence.posture);
+    add_contact_shadow(picture, backdrop_.color_nearness, presence.posture);
   }
-  const ColorCanvas canvas{kColorCamera, color_, nearness_};
+  if (covered.empty()) return changed;
+  nearness_.create(room.size(), backdrop_.color_nearness.type());
+  backdrop_.color_nearness(covered).copyTo(nearness_(covered));
+  const ColorCanvas canvas{kColorCamera, picture, nearness_};
   for (std::size_t i = 0; i < people.size(); ++i) {
     if (extents[i].empty()) continue;
     for (const PlacedPart& part : people[i]) draw_part(canvas, part, moment.light);
@@ -124,19 +127,17 @@ cv::Rect Renderer::draw_people(const Moment& moment, const cv::Mat& room) const 
 
 cv::Mat Renderer::render_color(const Moment& moment, std::uint64_t set) const {
   const cv::Mat& room = lit_room(moment.light);
-  const cv::Rect changed = draw_people(moment, room);
   cv::Mat picture(room.size(), room.type());
+  const cv::Rect changed = draw_people(moment, room, picture);
+  const std::vector<cv::Rect> unchanged = areas_around(changed, room.size());
   if (moment.defocus > 0.3F) {
-    room.copyTo(picture);
-    if (!changed.empty()) color_(changed).copyTo(picture(changed));
+    for (const cv::Rect& area : unchanged) room(area).copyTo(picture(area));
     defocus(picture, moment.defocus);
     noise_.add_to_color(picture, cv::Rect({}, picture.size()), set, picture);
-    return picture;
+  } else {
+    for (const cv::Rect& area : unchanged) noise_.add_to_color(room, area, set, picture);
+    noise_.add_to_color(picture, changed, set, picture);
   }
-  for (const cv::Rect& area : areas_around(changed, room.size())) {
-    noise_.add_to_color(room, area, set, picture);
-  }
-  noise_.add_to_color(color_, changed, set, picture);
   return picture;
 }
 

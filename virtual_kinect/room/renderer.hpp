@@ -40,7 +40,7 @@ class Renderer {
   const PersonModel& model_of(Person person) const;
   std::vector<PlacedPart> parts_of(const Presence& presence) const;
   const cv::Mat& lit_room(const LightLevels& light) const;
-  cv::Rect draw_people(const Moment& moment, const cv::Mat& room) const;
+  cv::Rect draw_people(const Moment& moment, const cv::Mat& room, cv::Mat& picture) const;
 
   Backdrop backdrop_;
   cv::Mat vignette_;
@@ -50,8 +50,7 @@ class Renderer {
   // The room in the light of the last call, which seldom changes.
   mutable cv::Mat lit_room_;
   mutable LightLevels lit_by_;
-  // Where people are drawn; elsewhere there is anything.
-  mutable cv::Mat color_;
+  // As in ColorCanvas where people are drawn; elsewhere there is anything.
   mutable cv::Mat nearness_;
 };
 
