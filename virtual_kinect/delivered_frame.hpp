@@ -9,8 +9,9 @@
 
 namespace halcyra::virtual_kinect {
 
-// A frame with a copy of the image's pixels, because its owner may write to them. Its data is null
-// where the image has none. The frame keeps `hold` for as long as it lives.
+// A frame with the image's pixels. It has a copy of them unless they are given away, because its
+// owner may write to them. Its data is null where the image has none. The frame keeps `hold` for as
+// long as it lives.
 std::unique_ptr<libfreenect2::Frame> make_frame(const StreamImage& image,
                                                 std::shared_ptr<const void> hold);
 

@@ -17,6 +17,7 @@ struct StreamImage {
   cv::Size size;               // where there are no pixels, what the sensor would have delivered
   std::size_t pixel_size = 0;  // bytes per pixel
   libfreenect2::Frame::Format format = libfreenect2::Frame::Invalid;
+  bool is_given_away = false;  // nobody else has the pixels, so a frame may have them as its own
 };
 
 struct FrameSource {
@@ -24,8 +25,8 @@ struct FrameSource {
   std::optional<std::uint64_t> set_count;          // nothing: there is always a next set
   bool made_on_demand = false;  // a set costs so much that only sets that are taken should be made
 
-  // The image of one of the streams in the given set. Called from one thread at a time; nobody may
-  // write to the pixels. An exception ends the delivery.
+  // The image of one of the streams in the given set. Called from one thread at a time. Nobody may
+  // write to pixels that are not given away. An exception ends the delivery.
   std::function<StreamImage(libfreenect2::Frame::Type stream, std::uint64_t set)> image;
 };
 

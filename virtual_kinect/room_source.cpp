@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "virtual_kinect/room/renderer.hpp"
 #include "virtual_kinect/room/story.hpp"
@@ -18,13 +19,14 @@ using room::Renderer;
 struct Room {
   explicit Room(std::uint32_t seed) : renderer(seed) {}
 
-  // Infrared and depth are measured together, so the last set is kept for the other of the two.
-  const InfraredAndDepth& measurement(std::uint64_t set) {
-    if (!measured_set || *measured_set != set) {
+  // Infrared and depth are measured together, so the other of the two is kept until it is asked
+  // for.
+  cv::Mat measurement(cv::Mat InfraredAndDepth::*stream, std::uint64_t set) {
+    if (measured_set != set || (measured.*stream).empty()) {
       measured = renderer.render_infrared_and_depth(moment_at(set), set);
       measured_set = set;
     }
-    return measured;
+    return std::exchange(measured.*stream, cv::Mat());
   }
 
   Renderer renderer;
@@ -33,7 +35,7 @@ struct Room {
 };
 
 StreamImage stream_image(const cv::Mat& pixels, Frame::Format format) {
-  return {pixels, pixels.size(), pixels.elemSize(), format};
+  return {pixels, pixels.size(), pixels.elemSize(), format, true};
 }
 
 }  // namespace
@@ -47,9 +49,9 @@ FrameSource open_room(std::uint32_t seed) {
     const std::uint64_t set = room::kOpeningSet + delivered;
     switch (stream) {
       case Frame::Ir:
-        return stream_image(shown->measurement(set).infrared, Frame::Float);
+        return stream_image(shown->measurement(&InfraredAndDepth::infrared, set), Frame::Float);
       case Frame::Depth:
-        return stream_image(shown->measurement(set).depth, Frame::Float);
+        return stream_image(shown->measurement(&InfraredAndDepth::depth, set), Frame::Float);
       case Frame::Color:
         break;
     }

@@ -8,8 +8,8 @@
 
 namespace halcyra::virtual_kinect {
 
-// Sets without end, each rendered when it is asked for. The same seed gives the same sets. Takes a
-// second or so.
+// Sets without end, each rendered when it is asked for. The same seed gives the same sets. Takes
+// some tenths of a second.
 FrameSource open_room(std::uint32_t seed = room::kUsualSeed);
 
 }  // namespace halcyra::virtual_kinect

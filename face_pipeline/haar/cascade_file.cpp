@@ -4,8 +4,6 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include <opencv2/core/persistence.hpp>
-
 namespace halcyra::haar {
 namespace {
 
@@ -25,13 +23,24 @@ bool window_is_searchable(const cv::Size& window) {
          window.area() * kBrightest * kBrightest <= kLargestSquareSum;
 }
 
+// The next number of a list.
+template <typename Number>
+Number taken(cv::FileNodeIterator& list) {
+  const auto number = static_cast<Number>(*list);
+  ++list;
+  return number;
+}
+
 std::optional<WeightedRect> read_rect(const cv::FileNode& node) {
-  if (node.size() != 5) return std::nullopt;
-  const auto weight = static_cast<float>(node[4]);
-  if (!(std::abs(weight) <= 1000.0F) || std::trunc(weight) != weight) return std::nullopt;
+  if (!node.isSeq() || node.size() != 5) return std::nullopt;
   WeightedRect rect;
-  rect.area = cv::Rect(static_cast<int>(node[0]), static_cast<int>(node[1]),
-                       static_cast<int>(node[2]), static_cast<int>(node[3]));
+  cv::FileNodeIterator list = node.begin();
+  rect.area.x = taken<int>(list);
+  rect.area.y = taken<int>(list);
+  rect.area.width = taken<int>(list);
+  rect.area.height = taken<int>(list);
+  const auto weight = taken<float>(list);
+  if (!(std::abs(weight) <= 1000.0F) || std::trunc(weight) != weight) return std::nullopt;
   rect.weight = static_cast<int>(weight);
   return rect;
 }
@@ -42,15 +51,17 @@ bool lies_in(const cv::Rect& area, const cv::Size& window) {
 }
 
 std::optional<RectFeature> read_feature(const cv::FileNode& node, const cv::Size& window) {
+  if (!node.isMap()) return std::nullopt;
   const cv::FileNode rects = node["rects"];
   if (static_cast<int>(node["tilted"]) != 0) return std::nullopt;
   RectFeature feature;
-  if (rects.size() < 2 || rects.size() > feature.size()) return std::nullopt;
+  if (!rects.isSeq() || rects.size() < 2 || rects.size() > feature.size()) return std::nullopt;
   double largest_sum = 0.0;
-  for (std::size_t i = 0; i < rects.size(); ++i) {
-    const std::optional<WeightedRect> rect = read_rect(rects[static_cast<int>(i)]);
+  std::size_t count = 0;
+  for (const cv::FileNode& each : rects) {
+    const std::optional<WeightedRect> rect = read_rect(each);
     if (!rect || !lies_in(rect->area, window)) return std::nullopt;
-    feature[i] = *rect;
+    feature[count++] = *rect;
     largest_sum += std::abs(rect->weight) * kBrightest * rect->area.area();
   }
   if (largest_sum >= kLargestExactSum) return std::nullopt;
@@ -58,14 +69,18 @@ std::optional<RectFeature> read_feature(const cv::FileNode& node, const cv::Size
 }
 
 std::optional<Stump> read_stump(const cv::FileNode& node, std::size_t feature_count) {
+  if (!node.isMap()) return std::nullopt;
   const cv::FileNode tree = node["internalNodes"];
   const cv::FileNode leaves = node["leafValues"];
+  if (!tree.isSeq() || !leaves.isSeq()) return std::nullopt;
   if (tree.size() != 4 || leaves.size() != 2) return std::nullopt;
   Stump stump;
-  stump.feature = static_cast<int>(tree[2]);
-  stump.threshold = static_cast<float>(tree[3]);
-  stump.below = static_cast<float>(leaves[0]);
-  stump.not_below = static_cast<float>(leaves[1]);
+  cv::FileNodeIterator node_values = tree.begin() += 2;
+  stump.feature = taken<int>(node_values);
+  stump.threshold = taken<float>(node_values);
+  cv::FileNodeIterator leaf_values = leaves.begin();
+  stump.below = taken<float>(leaf_values);
+  stump.not_below = taken<float>(leaf_values);
   const bool usable = stump.feature >= 0 &&
                       static_cast<std::size_t>(stump.feature) < feature_count &&
                       std::isfinite(stump.threshold) && std::abs(stump.below) < 1e4F &&
@@ -75,6 +90,7 @@ std::optional<Stump> read_stump(const cv::FileNode& node, std::size_t feature_co
 }
 
 std::optional<CascadeStage> read_stage(const cv::FileNode& node, std::size_t feature_count) {
+  if (!node.isMap()) return std::nullopt;
   CascadeStage stage;
   stage.threshold = static_cast<float>(node["stageThreshold"]) - kThresholdSlack;
   if (!(std::abs(stage.threshold) < 1e6F)) return std::nullopt;
@@ -106,16 +122,16 @@ bool read_stages(const cv::FileNode& node, StumpCascade& cascade) {
 }
 
 bool is_haar_cascade(const cv::FileNode& root) {
-  return root.isMap() && static_cast<std::string>(root["stageType"]) == "BOOST" &&
-         static_cast<std::string>(root["featureType"]) == "HAAR" &&
-         static_cast<int>(root["featureParams"]["maxCatCount"]) == 0;
+  if (!root.isMap()) return false;
+  const cv::FileNode parameters = root["featureParams"];
+  return static_cast<std::string>(root["stageType"]) == "BOOST" &&
+         static_cast<std::string>(root["featureType"]) == "HAAR" && parameters.isMap() &&
+         static_cast<int>(parameters["maxCatCount"]) == 0;
 }
 
 }  // namespace
 
-std::optional<StumpCascade> read_stump_cascade(const std::string& path) {
-  const cv::FileStorage file(path, cv::FileStorage::READ);
-  if (!file.isOpened()) return std::nullopt;
+std::optional<StumpCascade> read_stump_cascade(const cv::FileStorage& file) {
   const cv::FileNode root = file.getFirstTopLevelNode();
   if (!is_haar_cascade(root)) return std::nullopt;
   StumpCascade cascade;

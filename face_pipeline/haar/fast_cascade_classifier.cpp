@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "face_pipeline/haar/cascade_file.hpp"
+#include "face_pipeline/haar/deferred_cascade.hpp"
 #include "face_pipeline/haar/exact_resize.hpp"
 #include "face_pipeline/haar/search_scales.hpp"
 
@@ -139,12 +140,13 @@ bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& pat
 
 bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path,
                        InstructionSet instructions) {
-  if (!classifier.load(path)) return false;
-  std::optional<StumpCascade> cascade = read_stump_cascade(path);
-  if (cascade && cascade->window == classifier.getOriginalWindowSize()) {
-    classifier.cc =
-        cv::makePtr<FastCascadeClassifier>(classifier.cc, *std::move(cascade), instructions);
-  }
+  classifier.cc.release();
+  const cv::FileStorage file(path, cv::FileStorage::READ);
+  if (!file.isOpened()) return false;
+  std::optional<StumpCascade> cascade = read_stump_cascade(file);
+  if (!cascade) return classifier.load(path);
+  const auto original = cv::makePtr<DeferredCascade>(path, cascade->window);
+  classifier.cc = cv::makePtr<FastCascadeClassifier>(original, *std::move(cascade), instructions);
   return true;
 }
 

@@ -77,6 +77,8 @@ class FastCascadeClassifier final : public cv::BaseCascadeClassifier {
 // classifier.load(path), with its answer and its exceptions. If it succeeds and the file's cascade
 // is covered, a FastCascadeClassifier stands behind `classifier` afterwards, otherwise OpenCV's
 // own. It uses the given instruction set, which must be available, or else the last available one.
+// OpenCV's classifier of a covered cascade is loaded when a call first needs it, so the file has to
+// stay where it is.
 bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path);
 bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path,
                        InstructionSet instructions);

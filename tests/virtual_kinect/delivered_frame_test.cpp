@@ -25,8 +25,29 @@ TEST(MakeFrame, CopiesThePixels) {
   EXPECT_EQ(image.pixels.data[5], 5);
 }
 
-TEST(MakeFrame, HasNoDataWithoutPixels) {
-  const StreamImage image{cv::Mat(), cv::Size(512, 424), 4, Frame::Float};
+TEST(MakeFrame, KeepsPixelsThatAreGivenAway) {
+  StreamImage image{cv::Mat(2, 3, CV_8UC4, cv::Scalar::all(7)), cv::Size(3, 2), 4, Frame::BGRX,
+                    true};
+  const unsigned char* const pixels = image.pixels.data;
+  const std::unique_ptr<Frame> frame = make_frame(image, nullptr);
+  image.pixels.release();
+  EXPECT_EQ(frame->data, pixels);
+  EXPECT_EQ(frame->data[23], 7);
+}
+
+TEST(MakeFrame, CopiesPixelsThatAreNotAligned) {
+  const cv::Mat wide(2, 32, CV_8UC1, cv::Scalar(7));
+  const cv::Mat row = wide.row(1).colRange(1, 17);
+  const StreamImage image{row, row.size(), 1, Frame::Gray, true};
+  const std::unique_ptr<Frame> frame = make_frame(image, nullptr);
+  EXPECT_EQ(reinterpret_cast<std::uintptr_t>(frame->data) % 64, 0U);
+  EXPECT_EQ(frame->data[15], 7);
+}
+
+class MakeFrameWithoutPixels : public testing::TestWithParam<bool> {};
+
+TEST_P(MakeFrameWithoutPixels, HasNoData) {
+  const StreamImage image{cv::Mat(), cv::Size(512, 424), 4, Frame::Float, GetParam()};
   const std::unique_ptr<Frame> frame = make_frame(image, nullptr);
   EXPECT_EQ(frame->data, nullptr);
   EXPECT_EQ(frame->width, 512U);
@@ -34,6 +55,8 @@ TEST(MakeFrame, HasNoDataWithoutPixels) {
   EXPECT_EQ(frame->bytes_per_pixel, 4U);
   EXPECT_EQ(frame->format, Frame::Float);
 }
+
+INSTANTIATE_TEST_SUITE_P(LentAndGivenAway, MakeFrameWithoutPixels, testing::Bool());
 
 TEST(MakeFrame, HoldsWhatItWasGivenForAsLongAsItLives) {
   auto hold = std::make_shared<int>(0);

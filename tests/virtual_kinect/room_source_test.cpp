@@ -68,6 +68,16 @@ TEST_F(RoomSourceTest, GivesASetTheSamePixelsWhateverWasAskedBefore) {
   }
 }
 
+TEST_F(RoomSourceTest, GivesItsPixelsAway) {
+  for (const Frame::Type stream : {Frame::Color, Frame::Ir, Frame::Depth}) {
+    StreamImage image = source_->image(stream, kOwnerAlone);
+    EXPECT_TRUE(image.is_given_away);
+    const cv::Mat before = image.pixels.clone();
+    image.pixels.setTo(0);
+    EXPECT_TRUE(same(before, pixels(*source_, stream, kOwnerAlone))) << stream;
+  }
+}
+
 // A device that is opened twice asks from two threads, one after the other.
 TEST_F(RoomSourceTest, GivesASetTheSamePixelsOnEveryThread) {
   for (const std::uint64_t set : kDifferentSets) {

@@ -19,7 +19,7 @@ struct Backdrop {
 
 Backdrop draw_backdrop();
 
-// The colour picture under both sources, 8-bit B, G, R, X.
-cv::Mat lit_backdrop(const Backdrop& backdrop, const LightLevels& levels);
+// Writes the colour picture under both sources, 8-bit B, G, R, X, to `lit`.
+void lit_backdrop(const Backdrop& backdrop, const LightLevels& levels, cv::Mat& lit);
 
 }  // namespace halcyra::virtual_kinect::room

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "virtual_kinect/room/raster.hpp"
@@ -13,9 +15,24 @@ namespace {
 
 constexpr float kNearestDepth = 200.0F;  // millimetres; what comes closer is not drawn
 
-// Places in Corner::values. The pictures of both cameras begin with the nearness.
-enum ColorValue : std::size_t { kNearness, kTextureX, kTextureY, kBlue, kGreen, kRed, kShine };
-enum DepthValue : std::size_t { kEcho = kNearness + 1 };
+// The first four of Corner::values, for the colour camera and for the depth camera.
+constexpr std::size_t kNearness = 0;
+constexpr std::size_t kTextureX = 1;
+constexpr std::size_t kTextureY = 2;
+constexpr std::size_t kShine = 3;
+constexpr std::size_t kEcho = 1;
+// The fours after those of the colour camera: blue, green and red light, under all sources together
+// or under each alone.
+constexpr std::size_t kLight = 1;
+constexpr std::size_t kDaylight = 1;
+constexpr std::size_t kLamp = 2;
+
+using FourInts = std::int32_t __attribute__((vector_size(16)));
+using FourShorts = std::uint16_t __attribute__((vector_size(8)));
+
+using ColorCorner = Corner<kLight + 1>;
+using TwoLightsCorner = Corner<kLamp + 1>;
+using DepthCorner = Corner<1>;
 
 // A point in the middle of the grid and the distances to its neighbours in millimetres. Every grid
 // has at least two columns and two rows.
@@ -52,27 +69,49 @@ const cv::Mat& fitting_mip(const Surface& surface, const Pinhole& camera, const 
   return surface.texture_mips[mip];
 }
 
-struct Texel {
-  int values[3];  // blue, green and red, each times 256
+// Where to read texels; the largest places are those of sample(), times 256. Unlike a cv::Mat, it
+// does not have to be read anew after each pixel.
+struct Texture {
+  explicit Texture(const cv::Mat& texels)
+      : data(texels.data),
+        step(static_cast<std::ptrdiff_t>(texels.step[0])),
+        most_x((texels.cols << 8) - 513),
+        most_y((texels.rows << 8) - 513) {}
+
+  const uchar* data;
+  std::ptrdiff_t step;
+  int most_x;
+  int most_y;
 };
 
-// Between the four texels around a place, which is computed in 24.8 fixed-point numbers.
-Texel sample(const cv::Mat& texture, float x, float y) {
-  const int fixed_x = std::clamp(static_cast<int>(x * 256.0F) - 128, 0, (texture.cols << 8) - 513);
-  const int fixed_y = std::clamp(static_cast<int>(y * 256.0F) - 128, 0, (texture.rows << 8) - 513);
-  const int s = fixed_x & 255;
-  const int t = fixed_y & 255;
-  const uchar* p = texture.ptr(fixed_y >> 8) + 4 * (fixed_x >> 8);
-  const uchar* q = p + texture.step[0];
-  const int w11 = s * t >> 8;
-  const int w10 = s - w11;
-  const int w01 = t - w11;
-  const int w00 = 256 - s - w01;
-  Texel texel;
-  for (int i = 0; i < 3; ++i) {
-    texel.values[i] = p[i] * w00 + p[i + 4] * w10 + q[i] * w01 + q[i + 4] * w11;
-  }
-  return texel;
+// The four bytes of a texel, each in 16 bits.
+std::uint64_t spread(const uchar* texel) {
+  std::uint32_t bytes = 0;
+  std::memcpy(&bytes, texel, sizeof(bytes));
+  std::uint64_t spread = bytes;
+  spread = (spread | spread << 16U) & 0x0000FFFF0000FFFFU;
+  return (spread | spread << 8U) & 0x00FF00FF00FF00FFU;
+}
+
+// Between the four texels around a place, which is computed in 24.8 fixed-point numbers. Blue,
+// green, red and infrared, each times 256.
+inline FourFloats sample(const Texture& texture, float x, float y) {
+  const int fixed_x = std::clamp(static_cast<int>(x * 256.0F) - 128, 0, texture.most_x);
+  const int fixed_y = std::clamp(static_cast<int>(y * 256.0F) - 128, 0, texture.most_y);
+  const auto s = static_cast<std::uint64_t>(fixed_x & 255);
+  const auto t = static_cast<std::uint64_t>(fixed_y & 255);
+  const uchar* p = texture.data + (fixed_y >> 8) * texture.step + 4 * (fixed_x >> 8);
+  const uchar* q = p + texture.step;
+  const std::uint64_t w11 = s * t >> 8U;
+  const std::uint64_t w10 = s - w11;
+  const std::uint64_t w01 = t - w11;
+  const std::uint64_t w00 = 256U - s - w01;
+  // The weights add up to 256, so no sum needs more than its 16 bits.
+  const std::uint64_t sums =
+      spread(p) * w00 + spread(p + 4) * w10 + spread(q) * w01 + spread(q + 4) * w11;
+  FourShorts channels;
+  std::memcpy(&channels, &sums, sizeof(channels));
+  return __builtin_convertvector(__builtin_convertvector(channels, FourInts), FourFloats);
 }
 
 // Bends what is brighter than the display can show into its last 40 levels.
@@ -89,21 +128,32 @@ constexpr std::array<uchar, 1024> make_exposure_table() {
 
 constexpr std::array<uchar, 1024> kExposureTable = make_exposure_table();
 
-uchar exposed(float value) {
-  return kExposureTable[static_cast<std::size_t>(std::clamp(static_cast<int>(value), 0, 1023))];
+inline void expose(FourFloats colors, uchar* pixel) {
+  constexpr float kMost = kExposureTable.size() - 1;
+  const FourFloats above_zero = colors > 0.0F ? colors : FourFloats{};
+  const FourFloats levels = above_zero < kMost ? above_zero : FourFloats{} + kMost;
+  const FourInts indices = __builtin_convertvector(levels, FourInts);
+  for (std::size_t i = 0; i < 3; ++i) {
+    pixel[i] = kExposureTable[static_cast<std::size_t>(indices[i])];
+  }
 }
 
-Corner project(const Pinhole& camera, const Vec3& point) {
-  Corner corner;
+// The corner has no values but its nearness; 0 where it is not drawn.
+template <typename AnyCorner>
+AnyCorner project(const Pinhole& camera, const Vec3& point) {
+  AnyCorner corner;
   if (point.z >= kNearestDepth) {
     corner.x = camera.column(point);
     corner.y = camera.row(point);
-    corner.values[kNearness] = 1.0F / point.z;
+    corner.values[0][kNearness] = 1.0F / point.z;
   }
   return corner;
 }
 
-bool drawable(const Corner& corner) { return corner.values[kNearness] > 0.0F; }
+template <typename AnyCorner>
+bool drawable(const AnyCorner& corner) {
+  return corner.values[0][kNearness] > 0.0F;
+}
 
 // How many grid points lie between the corners of a triangle: 1, 2 or 4. With every point a corner,
 // the triangles of far surfaces would be smaller than pixels.
@@ -119,13 +169,13 @@ int fitting_stride(const Surface& surface, const Pinhole& camera, const Pose& po
   return stride;
 }
 
-template <typename Plot>
-void fill_grid(const Surface& surface, int stride, const std::vector<Corner>& corners,
+template <typename AnyCorner, typename Plot>
+void fill_grid(const Surface& surface, int stride, const std::vector<AnyCorner>& corners,
                const cv::Rect& bounds, const Plot& plot) {
   for (int row = 0; row + stride < surface.rows; row += stride) {
     for (int column = 0; column + stride < surface.columns; column += stride) {
-      const Corner* upper = &corners[surface.index(column, row)];
-      const Corner* lower = upper + stride * surface.columns;
+      const AnyCorner* upper = &corners[surface.index(column, row)];
+      const AnyCorner* lower = upper + stride * surface.columns;
       if (drawable(upper[0]) && drawable(upper[stride]) && drawable(lower[0]) &&
           drawable(lower[stride])) {
         fill_triangle(upper[0], upper[stride], lower[stride], bounds, plot);
@@ -135,84 +185,150 @@ void fill_grid(const Surface& surface, int stride, const std::vector<Corner>& co
   }
 }
 
-std::vector<Corner> lit_corners(const Pinhole& camera, const Surface& surface, const Pose& pose,
-                                const LightLevels& levels, float wrap, int stride,
-                                const cv::Size& texture) {
-  std::vector<Corner> corners(surface.points.size());
-  for (int row = 0; row < surface.rows; row += stride) {
-    for (int column = 0; column < surface.columns; column += stride) {
+// How a surface is drawn by the colour camera.
+struct ColorPlan {
+  const cv::Mat& texture;
+  int stride;
+};
+
+ColorPlan color_plan(const Surface& surface, const Pinhole& camera, const Pose& pose) {
+  return {fitting_mip(surface, camera, pose), fitting_stride(surface, camera, pose)};
+}
+
+// The corners of a surface in a colour picture. light(corner, point, normal, openness) adds the
+// light to those that the camera may see.
+template <typename AnyCorner, typename Light>
+std::vector<AnyCorner> lit_corners(const Pinhole& camera, const Surface& surface, const Pose& pose,
+                                   const ColorPlan& plan, const Light& light) {
+  std::vector<AnyCorner> corners(surface.points.size());
+  for (int row = 0; row < surface.rows; row += plan.stride) {
+    for (int column = 0; column < surface.columns; column += plan.stride) {
       const std::size_t i = surface.index(column, row);
       const Vec3 point = pose.place(surface.points[i]);
-      Corner& corner = corners[i] = project(camera, point);
+      AnyCorner& corner = corners[i] = project<AnyCorner>(camera, point);
       const Vec3 normal = pose.turn(surface.normals[i]);
       if (!drawable(corner) || dot(normal, point) > 0.6F * point.z) {
         continue;  // seen from behind, with some margin for its neighbours
       }
-      const float glow = surface.daylight_glow * levels.daylight + surface.lamp_glow * levels.lamp;
-      const Vec3 shade = combined(shade_parts(point, normal, surface.openness[i], wrap), levels) +
-                         Vec3{glow, glow, glow};
-      corner.values[kTextureX] =
-          static_cast<float>(column * texture.width) / static_cast<float>(surface.columns - 1);
-      corner.values[kTextureY] =
-          static_cast<float>(row * texture.height) / static_cast<float>(surface.rows - 1);
-      corner.values[kBlue] = shade.z / 256.0F;
-      corner.values[kGreen] = shade.y / 256.0F;
-      corner.values[kRed] = shade.x / 256.0F;
-      corner.values[kShine] =
-          255.0F * surface.gloss * levels.daylight * surface.openness[i] * highlight(point, normal);
+      FourFloats& values = corner.values[0];
+      values[kTextureX] =
+          static_cast<float>(column * plan.texture.cols) / static_cast<float>(surface.columns - 1);
+      values[kTextureY] =
+          static_cast<float>(row * plan.texture.rows) / static_cast<float>(surface.rows - 1);
+      light(corner, point, normal, surface.openness[i]);
     }
   }
   return corners;
 }
 
+// As much light as sample() needs to give levels from 0 to 255.
+FourFloats light_values(const ShadeParts& parts, const LightLevels& levels,
+                        const Surface& surface) {
+  const float glow = surface.daylight_glow * levels.daylight + surface.lamp_glow * levels.lamp;
+  const Vec3 shade = combined(parts, levels) + Vec3{glow, glow, glow};
+  return FourFloats{shade.z, shade.y, shade.x, 0.0F} / 256.0F;
+}
+
+float shine(const Surface& surface, const LightLevels& levels, const Vec3& point,
+            const Vec3& normal, float openness) {
+  if (surface.gloss == 0.0F) return 0.0F;
+  return 255.0F * surface.gloss * levels.daylight * openness * highlight(point, normal);
+}
+
+// Where to write, row by row. Unlike a cv::Mat, it does not have to be read anew after each pixel.
+template <typename Pixel>
+class Rows {
+ public:
+  Rows(const cv::Mat& picture, int first_row)
+      : data_(picture.data), step_(picture.step[0]), first_row_(first_row) {}
+  Pixel* pixel(int column, int row) const {
+    return reinterpret_cast<Pixel*>(data_ + static_cast<std::size_t>(row - first_row_) * step_) +
+           column * kChannels;
+  }
+
+ private:
+  static constexpr int kChannels = sizeof(Pixel) == 1 ? 4 : 1;
+  uchar* data_;
+  std::size_t step_;
+  int first_row_;
+};
+
 }  // namespace
 
 void draw(const ColorCanvas& canvas, const Surface& surface, const Pose& pose,
           const LightLevels& levels, float wrap) {
-  const cv::Mat& texture = fitting_mip(surface, canvas.camera, pose);
-  const int stride = fitting_stride(surface, canvas.camera, pose);
-  const std::vector<Corner> corners =
-      lit_corners(canvas.camera, surface, pose, levels, wrap, stride, texture.size());
-  cv::Mat color = canvas.color;
-  cv::Mat nearest = canvas.nearness;
-  fill_grid(surface, stride, corners, cv::Rect({}, color.size()),
-            [&](int column, int row, const std::array<float, 8>& values) {
-              float& nearest_yet = nearest.ptr<float>(row)[column];
-              if (values[kNearness] <= nearest_yet) return;
-              nearest_yet = values[kNearness];
-              const Texel texel = sample(texture, values[kTextureX], values[kTextureY]);
-              uchar* pixel = color.ptr(row, column);
-              for (std::size_t i = 0; i < 3; ++i) {
-                pixel[i] = exposed(static_cast<float>(texel.values[i]) * values[kBlue + i] +
-                                   values[kShine]);
-              }
+  const ColorPlan plan = color_plan(surface, canvas.camera, pose);
+  const std::vector<ColorCorner> corners = lit_corners<ColorCorner>(
+      canvas.camera, surface, pose, plan,
+      [&](ColorCorner& corner, const Vec3& point, const Vec3& normal, float openness) {
+        const ShadeParts parts = shade_parts(point, normal, openness, wrap);
+        corner.values[kLight] = light_values(parts, levels, surface);
+        corner.values[0][kShine] = shine(surface, levels, point, normal, openness);
+      });
+  const Texture texture(plan.texture);
+  const Rows<uchar> color(canvas.color, 0);
+  const Rows<float> nearest(canvas.nearness, 0);
+  fill_grid(surface, plan.stride, corners, cv::Rect({}, canvas.color.size()),
+            [=](int column, int row, const Values<kLight + 1>& values) {
+              float& nearest_yet = *nearest.pixel(column, row);
+              if (values[0][kNearness] <= nearest_yet) return;
+              nearest_yet = values[0][kNearness];
+              const FourFloats texel = sample(texture, values[0][kTextureX], values[0][kTextureY]);
+              expose(texel * values[kLight] + values[0][kShine], color.pixel(column, row));
+            });
+}
+
+void draw(const TwoLightsCanvas& canvas, const Surface& surface, const Pose& pose) {
+  constexpr LightLevels kDayAlone{1.0F, 0.0F};
+  constexpr LightLevels kLampAlone{0.0F, 1.0F};
+  const ColorPlan plan = color_plan(surface, canvas.camera, pose);
+  const std::vector<TwoLightsCorner> corners = lit_corners<TwoLightsCorner>(
+      canvas.camera, surface, pose, plan,
+      [&](TwoLightsCorner& corner, const Vec3& point, const Vec3& normal, float openness) {
+        const ShadeParts parts = shade_parts(point, normal, openness, 0.0F);
+        corner.values[kDaylight] = light_values(parts, kDayAlone, surface);
+        corner.values[kLamp] = light_values(parts, kLampAlone, surface);
+        corner.values[0][kShine] = shine(surface, kDayAlone, point, normal, openness);
+      });
+  const Texture texture(plan.texture);
+  const Rows<uchar> daylight(canvas.daylight, canvas.first_row);
+  const Rows<uchar> lamp(canvas.lamp, canvas.first_row);
+  const Rows<float> nearest(canvas.nearness, canvas.first_row);
+  fill_grid(surface, plan.stride, corners, cv::Rect({0, canvas.first_row}, canvas.nearness.size()),
+            [=](int column, int row, const Values<kLamp + 1>& values) {
+              float& nearest_yet = *nearest.pixel(column, row);
+              if (values[0][kNearness] <= nearest_yet) return;
+              nearest_yet = values[0][kNearness];
+              const FourFloats texel = sample(texture, values[0][kTextureX], values[0][kTextureY]);
+              expose(texel * values[kDaylight] + values[0][kShine], daylight.pixel(column, row));
+              expose(texel * values[kLamp], lamp.pixel(column, row));
             });
 }
 
 void draw(const DepthCanvas& canvas, const Surface& surface, const Pose& pose) {
   const cv::Mat& texture = fitting_mip(surface, canvas.camera, pose);
   const int stride = fitting_stride(surface, canvas.camera, pose);
-  std::vector<Corner> corners(surface.points.size());
+  std::vector<DepthCorner> corners(surface.points.size());
   for (int row = 0; row < surface.rows; row += stride) {
     for (int column = 0; column < surface.columns; column += stride) {
       const std::size_t i = surface.index(column, row);
       const Vec3 point = pose.place(surface.points[i]);
-      corners[i] = project(canvas.camera, point);
+      corners[i] = project<DepthCorner>(canvas.camera, point);
       const float cosine = -dot(pose.turn(surface.normals[i]), normalized(point));
       const cv::Vec4b& texel =
           texture.at<cv::Vec4b>(row * (texture.rows - 1) / (surface.rows - 1),
                                 column * (texture.cols - 1) / (surface.columns - 1));
-      corners[i].values[kEcho] = std::max(cosine, 0.05F) * static_cast<float>(texel[3]) / 255.0F;
+      corners[i].values[0][kEcho] = std::max(cosine, 0.05F) * static_cast<float>(texel[3]) / 255.0F;
     }
   }
-  cv::Mat nearest = canvas.nearness;
-  cv::Mat echo = canvas.echo;
-  fill_grid(surface, stride, corners, cv::Rect({}, nearest.size()),
-            [&](int column, int row, const std::array<float, 8>& values) {
-              float& nearest_yet = nearest.ptr<float>(row)[column];
-              if (values[kNearness] > nearest_yet) {
-                nearest_yet = values[kNearness];
-                echo.ptr<float>(row)[column] = values[kEcho];
+  const Rows<float> nearest(canvas.nearness, 0);
+  const Rows<float> echo(canvas.echo, 0);
+  fill_grid(surface, stride, corners, cv::Rect({}, canvas.nearness.size()),
+            [=](int column, int row, const Values<1>& values) {
+              float& nearest_yet = *nearest.pixel(column, row);
+              if (values[0][kNearness] > nearest_yet) {
+                nearest_yet = values[0][kNearness];
+                *echo.pixel(column, row) = values[0][kEcho];
               }
             });
 }
@@ -224,7 +340,7 @@ cv::Rect extent(const Pinhole& camera, const Surface& surface, const Pose& pose)
   float top = 1e9F;
   float bottom = -1e9F;
   for (const Vec3& local : surface.points) {
-    const Corner corner = project(camera, pose.place(local));
+    const DepthCorner corner = project<DepthCorner>(camera, pose.place(local));
     if (drawable(corner)) {
       left = std::min(left, corner.x);
       right = std::max(right, corner.x);

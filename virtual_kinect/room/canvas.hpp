@@ -17,6 +17,15 @@ struct ColorCanvas {
   cv::Mat nearness;  // float: 1 over the depth in millimetres, 0 where nothing is drawn
 };
 
+// Some rows of a colour picture under each source of light alone, at level 1.
+struct TwoLightsCanvas {
+  Pinhole camera;
+  int first_row;     // of the camera's picture
+  cv::Mat daylight;  // 8-bit B, G, R, X
+  cv::Mat lamp;      // likewise
+  cv::Mat nearness;  // as above
+};
+
 // The same for the depth camera, with the light that comes back to it.
 struct DepthCanvas {
   Pinhole camera;
@@ -28,6 +37,9 @@ struct DepthCanvas {
 // Draws a painted surface. What is nearer than 200 mm is left out. `wrap` is that of shade_parts.
 void draw(const ColorCanvas& canvas, const Surface& surface, const Pose& pose,
           const LightLevels& levels, float wrap);
+
+// The same without `wrap`. The light of the lamp and of the day are computed in one pass.
+void draw(const TwoLightsCanvas& canvas, const Surface& surface, const Pose& pose);
 
 void draw(const DepthCanvas& canvas, const Surface& surface, const Pose& pose);
 

@@ -27,7 +27,7 @@ float shade(float x, float z, const Posture& posture) {
 
 }  // namespace
 
-void add_contact_shadow(cv::Mat& picture, const cv::Mat& nearness, const Posture& posture) {
+cv::Rect shadow_area(const Posture& posture) {
   const Pinhole& camera = kColorCamera;
   const float far = posture.z + 1.3F * kReach;
   const int top =
@@ -39,10 +39,15 @@ void add_contact_shadow(cv::Mat& picture, const cv::Mat& nearness, const Posture
                                      camera.column({posture.x + 1.4F * kReach, 0, far}));
   const int left = std::clamp(static_cast<int>(left_edge), 0, camera.width);
   const int right = std::clamp(static_cast<int>(right_edge), left, camera.width);
-  for (int row = top; row < camera.height; ++row) {
-    for (int column = left; column < right; ++column) {
+  return {left, top, right - left, camera.height - top};
+}
+
+void add_contact_shadow(cv::Mat& picture, const cv::Mat& nearness, const Posture& posture) {
+  const cv::Rect area = shadow_area(posture);
+  for (int row = area.y; row < area.br().y; ++row) {
+    for (int column = area.x; column < area.br().x; ++column) {
       const Vec3 ray =
-          camera.ray(static_cast<float>(column) + 0.5F, static_cast<float>(row) + 0.5F);
+          kColorCamera.ray(static_cast<float>(column) + 0.5F, static_cast<float>(row) + 0.5F);
       const Vec3 p = ray * (1.0F / nearness.ptr<float>(row)[column]);
       if (p.y < kFloorHeight - kFloorMargin) continue;
       const int share = static_cast<int>(256.0F * shade(p.x, p.z, posture));

@@ -15,7 +15,12 @@ namespace halcyra::virtual_kinect::room {
 // comes back.
 cv::Mat measure_depth(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set);
 
-// Brightness in the sensor's own units; at least 1.
-cv::Mat measure_infrared(const DepthCanvas& canvas, const SensorNoise& noise, std::uint64_t set);
+// How much of the light remains at each pixel, 0 to 1, as the sensor's lamp and lens leave the
+// corners darker. Float, of the camera's size.
+cv::Mat make_vignette(const Pinhole& camera);
+
+// Brightness in the sensor's own units; at least 1. `vignette` is that of the canvas's camera.
+cv::Mat measure_infrared(const DepthCanvas& canvas, const cv::Mat& vignette,
+                         const SensorNoise& noise, std::uint64_t set);
 
 }  // namespace halcyra::virtual_kinect::room

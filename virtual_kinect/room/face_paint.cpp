@@ -12,6 +12,7 @@ constexpr float kHairInfrared = 0.42F;
 
 void cover(Reflectance& r, const Vec3& color, float infrared, float share) {
   const float s = clamp01(share);
+  if (s == 0.0F) return;
   r.color = mix(r.color, color, s);
   r.infrared = mix(r.infrared, infrared, s);
 }
@@ -31,8 +32,13 @@ float stroke(float distance, float width) {
 }  // namespace
 
 Reflectance FacePaint::at(const Vec3& p, float hair_cover) const {
-  const float ragged = hair_cover + 2.5F * value_noise(p * 0.16F, look_.seed + 5);
-  const float share = smoothstep(-1.5F, 2.0F, ragged);
+  constexpr float kRaggedness = 2.5F;  // millimetres
+  constexpr float kSkinShows = -1.5F;
+  constexpr float kHairHides = 2.0F;
+  if (hair_cover > kHairHides + kRaggedness) return hair(p);
+  if (hair_cover < kSkinShows - kRaggedness) return skin(p);
+  const float ragged = hair_cover + kRaggedness * value_noise(p * 0.16F, look_.seed + 5);
+  const float share = smoothstep(kSkinShows, kHairHides, ragged);
   if (share >= 1.0F) return hair(p);
   Reflectance r = skin(p);
   if (share > 0.0F) {
@@ -53,11 +59,14 @@ Reflectance FacePaint::hair(const Vec3& p) const {
 
 Reflectance FacePaint::skin(const Vec3& p) const {
   const Vec3 q{p.x / look_.width, p.y / look_.height, p.z};
-  const float mottle = layered_noise(p * 0.045F, look_.seed);
-  const float pores = value_noise(p * 0.45F, look_.seed + 1);
-  const float lines = value_noise(multiply(p, {0.11F, 0.19F, 0.11F}), look_.seed + 13);
+  const auto [mottle, pores] =
+      layered_and_single_noise(p * 0.045F, look_.seed, p * 0.45F, look_.seed + 1);
   const float roughness = 0.03F + 0.035F * look_.wrinkles + 0.02F * look_.freckles;
-  const float tone = 1.0F + 0.030F * mottle + roughness * pores + 0.045F * look_.wrinkles * lines;
+  float tone = 1.0F + 0.030F * mottle + roughness * pores;
+  if (look_.wrinkles > 0.0F) {
+    const float lines = value_noise(multiply(p, {0.11F, 0.19F, 0.11F}), look_.seed + 13);
+    tone += 0.045F * look_.wrinkles * lines;
+  }
   Reflectance r{look_.skin * tone, kSkinInfrared};
   const Vec3 m{std::fabs(q.x), q.y, q.z};
   if (q.z < -20.0F) {
@@ -65,10 +74,7 @@ Reflectance FacePaint::skin(const Vec3& p) const {
     cover(r, flush, kSkinInfrared, 0.55F * spot(m, 43, 34, 22, 17, 0.7F));
     cover(r, flush, kSkinInfrared, 0.5F * spot(m, 0, 36, 14, 11, 0.6F));
     cover(r, look_.skin * 0.84F, kSkinInfrared, 0.6F * spot(m, 30, 15, 17, 6, 0.7F));
-    const float freckle = value_noise(p * 0.33F, look_.seed + 2);
-    const float region = spot(m, 24, 26, 44, 20, 0.5F);
-    cover(r, multiply(look_.skin, {0.80F, 0.66F, 0.56F}), kSkinInfrared,
-          look_.freckles * region * smoothstep(0.15F, 0.45F, freckle));
+    add_freckles(r, p, m);
     add_wrinkles(r, m);
     add_beard(r, q);
     add_lips(r, m);
@@ -82,27 +88,38 @@ Reflectance FacePaint::skin(const Vec3& p) const {
   return r;
 }
 
+void FacePaint::add_freckles(Reflectance& r, const Vec3& p, const Vec3& q) const {
+  const float region = spot(q, 24, 26, 44, 20, 0.5F);
+  if (look_.freckles <= 0.0F || region <= 0.0F) return;
+  const float freckle = value_noise(p * 0.33F, look_.seed + 2);
+  cover(r, multiply(look_.skin, {0.80F, 0.66F, 0.56F}), kSkinInfrared,
+        look_.freckles * region * smoothstep(0.15F, 0.45F, freckle));
+}
+
 void FacePaint::add_wrinkles(Reflectance& r, const Vec3& q) const {
   const Vec3 crease = look_.skin * 0.80F;
   const float forehead = smoothstep(-72, -62, q.y) * (1.0F - smoothstep(-36, -28, q.y));
-  const float wave = q.y + 0.0025F * q.x * q.x + 1.5F * value_noise(q * 0.06F, look_.seed + 3);
-  const float lines = smoothstep(0.55F, 1.0F, std::sin(wave * 0.55F));
-  cover(r, crease, kSkinInfrared, look_.wrinkles * 0.85F * forehead * lines);
+  if (look_.wrinkles > 0.0F && forehead > 0.0F) {
+    const float wave = q.y + 0.0025F * q.x * q.x + 1.5F * value_noise(q * 0.06F, look_.seed + 3);
+    const float lines = smoothstep(0.55F, 1.0F, std::sin(wave * 0.55F));
+    cover(r, crease, kSkinInfrared, look_.wrinkles * 0.85F * forehead * lines);
+  }
   const float fold = q.x - (21.0F + 0.40F * (q.y - 42.0F));
   const float along = smoothstep(36, 44, q.y) * (1.0F - smoothstep(62, 74, q.y));
   cover(r, crease, kSkinInfrared, (0.25F + 0.6F * look_.wrinkles) * along * stroke(fold, 4.0F));
 }
 
 void FacePaint::add_beard(Reflectance& r, const Vec3& q) const {
-  if (look_.beard <= 0.0F) return;
+  const float front = smoothstep(-14.0F, -34.0F, q.z + 0.25F * (q.y - 60.0F));
+  if (look_.beard <= 0.0F || front <= 0.0F) return;
   const float side = std::fabs(q.x);
   const float edge =
       46.0F - 0.55F * std::fmax(0.0F, side - 24.0F) + 4.0F * value_noise(q * 0.1F, look_.seed + 8);
   const float upper_lip = smoothstep(44, 50, q.y) * (1.0F - smoothstep(30, 36, side));
   const float jaw = smoothstep(edge + 8.0F, edge + 20.0F, q.y);
   const float below_mouth = spot({side, q.y, 0.0F}, 0, 78, 16, 6, 0.5F);
-  const float region = std::fmax(0.75F * upper_lip, jaw) * (1.0F - 0.5F * below_mouth) *
-                       smoothstep(-14.0F, -34.0F, q.z + 0.25F * (q.y - 60.0F));
+  const float region = std::fmax(0.75F * upper_lip, jaw) * (1.0F - 0.5F * below_mouth) * front;
+  if (region <= 0.0F) return;
   const float hairs =
       0.5F + 0.5F * value_noise({q.x * 0.55F, q.y * 0.28F, q.z * 0.55F}, look_.seed + 4);
   const Vec3 color = look_.beard > 0.7F ? look_.hair : mix(look_.skin, look_.hair, 0.75F);
@@ -141,9 +158,10 @@ void FacePaint::add_brow(Reflectance& r, const Vec3& q) const {
   const float middle =
       -15.0F - look_.brow_height - 6.5F * std::sin(kPi * std::pow(t, 0.8F) * 0.86F);
   const float half = 4.4F * look_.brow_weight * smoothstep(0.0F, 0.12F, t) * (1.05F - 0.75F * t);
-  const float hairs = value_noise({q.x * 0.5F - q.y * 0.5F, q.y * 0.12F, 0.0F}, look_.seed + 12);
   const float inside =
       1.0F - smoothstep(0.6F, 1.25F, std::fabs(q.y - middle) / std::fmax(half, 0.4F));
+  if (inside <= 0.0F) return;
+  const float hairs = value_noise({q.x * 0.5F - q.y * 0.5F, q.y * 0.12F, 0.0F}, look_.seed + 12);
   cover(r, look_.brows, kHairInfrared, inside * (0.85F + 0.25F * hairs));
 }
 
@@ -152,6 +170,7 @@ void FacePaint::add_eye(Reflectance& r, const Vec3& q) const {
   const float y = q.y - 3.5F;
   const float half = 15.5F;
   const float t = x / half;
+  if (std::fabs(t) >= 1.25F || std::fabs(y) > 25.0F) return;
   const float arch = std::fmax(0.0F, 1.0F - t * t);
   const float upper = -6.4F * look_.eye_size * std::pow(arch, 0.75F) - 0.6F * t;
   const float lower = 4.6F * look_.eye_size * arch - 0.6F * t;

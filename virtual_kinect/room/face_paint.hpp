@@ -17,6 +17,7 @@ class FacePaint {
  private:
   Reflectance skin(const Vec3& p) const;
   Reflectance hair(const Vec3& p) const;
+  void add_freckles(Reflectance& r, const Vec3& p, const Vec3& q) const;
   void add_wrinkles(Reflectance& r, const Vec3& q) const;
   void add_beard(Reflectance& r, const Vec3& q) const;
   void add_lips(Reflectance& r, const Vec3& q) const;

@@ -4,6 +4,8 @@
 #include <functional>
 #include <utility>
 
+#include <opencv2/core/utility.hpp>
+
 #include "virtual_kinect/room/dimensions.hpp"
 #include "virtual_kinect/room/light.hpp"
 #include "virtual_kinect/room/obstacle.hpp"
@@ -32,16 +34,18 @@ Paint wood(const Vec3& color) {
 
 Paint fabric(const Vec3& color) {
   return [color](float, float, const Vec3& p) {
-    const float weave = value_noise(p * 0.14F, 93) * 0.05F + layered_noise(p * 0.01F, 94) * 0.06F;
+    const auto [coarse, fine] = layered_and_single_noise(p * 0.01F, 94, p * 0.14F, 93);
+    const float weave = fine * 0.05F + coarse * 0.06F;
     return Reflectance{color * (1.0F + weave), 0.55F};
   };
 }
 
 class Furnisher {
  public:
-  void add(Surface surface, cv::Size texture, const Paint& reflectance) {
-    paint(surface, texture, reflectance);
+  // `reflectance` is called later, on any thread.
+  void add(Surface surface, cv::Size texture, Paint reflectance) {
     surfaces_.push_back(std::move(surface));
+    coats_.push_back({texture, std::move(reflectance)});
   }
 
   void add_box(const Vec3& least, const Vec3& most, const Paint& reflectance, bool casts = true) {
@@ -69,7 +73,13 @@ class Furnisher {
   std::vector<Surface> finish();
 
  private:
+  struct Coat {
+    cv::Size texture;
+    Paint reflectance;
+  };
+
   std::vector<Surface> surfaces_;
+  std::vector<Coat> coats_;  // of the surfaces, in their order
   std::vector<Obstacle> obstacles_;
 };
 
@@ -95,7 +105,7 @@ void Furnisher::add_books(float left, float right, float board, std::uint32_t se
         const float bulge = 9.0F * (1.0F - (2.0F * u - 1.0F) * (2.0F * u - 1.0F));
         return Vec3{x + width * u, board - height * (1.0F - v), back - bulge};
       });
-      add(std::move(spine), {16, 64}, [&](float, float v, const Vec3& p) {
+      add(std::move(spine), {16, 64}, [color, band, i](float, float v, const Vec3& p) {
         const bool label = std::fabs(v - band) < 0.035F || std::fabs(v - 0.86F) < 0.02F;
         const float wear = 0.06F * layered_noise(p * 0.03F, i);
         return Reflectance{label ? mix(color, {0.80F, 0.70F, 0.52F}, 0.5F) : color * (1.0F + wear),
@@ -225,11 +235,16 @@ std::vector<Surface> Furnisher::finish() {
   std::vector<Obstacle> all = obstacles_;
   const std::vector<Obstacle> walls = shell_obstacles();
   all.insert(all.end(), walls.begin(), walls.end());
-  for (Surface& surface : surfaces_) {
-    for (std::size_t i = 0; i < surface.points.size(); ++i) {
-      surface.openness[i] = openness_among(all, surface.points[i], surface.normals[i]);
+  cv::parallel_for_({0, static_cast<int>(surfaces_.size())}, [&](const cv::Range& range) {
+    for (int number = range.start; number < range.end; ++number) {
+      Surface& surface = surfaces_[static_cast<std::size_t>(number)];
+      const Coat& coat = coats_[static_cast<std::size_t>(number)];
+      paint(surface, coat.texture, coat.reflectance);
+      for (std::size_t i = 0; i < surface.points.size(); ++i) {
+        surface.openness[i] = openness_among(all, surface.points[i], surface.normals[i]);
+      }
     }
-  }
+  });
   return std::move(surfaces_);
 }
 

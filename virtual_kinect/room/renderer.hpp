@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <vector>
 
 #include <opencv2/core/mat.hpp>
 
@@ -26,24 +27,31 @@ struct InfraredAndDepth {
 // A Renderer is used by one thread at a time.
 class Renderer {
  public:
-  // Takes a second or so, on two threads.
+  // Takes some tenths of a second, on several threads.
   explicit Renderer(std::uint32_t seed);
 
-  // 1920 x 1080, 8-bit B, G, R, X. The set number chooses the noise and nothing else.
+  // 1920 x 1080, 8-bit B, G, R, X, in pixels that nobody else has. The set number chooses the noise
+  // and nothing else. A person's first picture takes a tenth of a second longer.
   cv::Mat render_color(const Moment& moment, std::uint64_t set) const;
+  // Likewise.
   InfraredAndDepth render_infrared_and_depth(const Moment& moment, std::uint64_t set) const;
 
  private:
-  void draw_person(const ColorCanvas& canvas, const Presence& presence,
-                   const LightLevels& light) const;
+  const PersonModel& model_of(Person person) const;
+  std::vector<PlacedPart> parts_of(const Presence& presence) const;
   const cv::Mat& lit_room(const LightLevels& light) const;
+  cv::Rect draw_people(const Moment& moment, const cv::Mat& room, cv::Mat& picture) const;
 
   Backdrop backdrop_;
-  std::map<Person, PersonModel> people_;
+  cv::Mat vignette_;
   SensorNoise noise_;
+  // Made when they first appear.
+  mutable std::map<Person, PersonModel> people_;
   // The room in the light of the last call, which seldom changes.
   mutable cv::Mat lit_room_;
   mutable LightLevels lit_by_;
+  // As in ColorCanvas where people are drawn; elsewhere there is anything.
+  mutable cv::Mat nearness_;
 };
 
 }  // namespace halcyra::virtual_kinect::room

@@ -19,11 +19,12 @@ constexpr Vec3 kPaintingCorner{-1130.0F, -620.0F, kBackWallDepth - 26.0F};
 constexpr Vec3 kPaintingSize{600.0F, 440.0F, 0.0F};
 
 Reflectance wall_paint(float, float, const Vec3& p) {
-  const float roller = 0.012F * layered_noise(p * 0.012F, 61) + 0.008F * value_noise(p * 0.1F, 62);
   if (p.y > kFloorHeight - 95.0F) {
     const bool edge = p.y < kFloorHeight - 88.0F;
     return {Vec3{0.90F, 0.89F, 0.86F} * (edge ? 0.8F : 1.0F), 0.7F};
   }
+  const auto [coarse, fine] = layered_and_single_noise(p * 0.012F, 61, p * 0.1F, 62);
+  const float roller = 0.012F * coarse + 0.008F * fine;
   return {Vec3{0.79F, 0.765F, 0.70F} * (1.0F + roller), 0.68F};
 }
 
@@ -34,11 +35,10 @@ Reflectance floor_boards(float, float, const Vec3& p) {
   const float plank = std::floor((p.x + shift + 9000.0F) / 1900.0F);
   const auto number = static_cast<std::uint32_t>(plank) * 31U + row;
   const float tone = 0.97F + 0.06F * hash_unit(number);
-  const float grain = layered_noise({p.x * 0.004F, 0.0F, p.z * 0.06F}, number + 63U);
+  const auto [grain, fine] =
+      layered_and_single_noise({p.x * 0.004F, 0.0F, p.z * 0.06F}, number + 63U, p * 0.09F, 71);
   const float gap = std::fmod(p.z, 130.0F) < 5.0F ? 0.93F : 1.0F;
-  return {Vec3{0.60F, 0.44F, 0.30F} *
-              (tone * gap * (1.0F + 0.10F * grain + 0.05F * value_noise(p * 0.09F, 71))),
-          0.45F};
+  return {Vec3{0.60F, 0.44F, 0.30F} * (tone * gap * (1.0F + 0.10F * grain + 0.05F * fine)), 0.45F};
 }
 
 Reflectance rug(float u, float v, const Vec3& p) {

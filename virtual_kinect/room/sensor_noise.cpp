@@ -41,15 +41,17 @@ std::size_t SensorNoise::place(std::size_t places, std::uint64_t set, std::uint3
   return hash_bits(hash_bits(number + seed_) + salt) % places;
 }
 
-void SensorNoise::add_to_color(cv::Mat& picture, std::uint64_t set) const {
-  const int length = 4 * picture.cols;
-  for (int row = 0; row < picture.rows; ++row) {
-    const std::size_t places = kColorPixels - static_cast<std::size_t>(picture.cols);
+void SensorNoise::add_to_color(const cv::Mat& picture, const cv::Rect& area, std::uint64_t set,
+                               cv::Mat& noisy) const {
+  const std::size_t places = kColorPixels - static_cast<std::size_t>(picture.cols);
+  const int start = 4 * area.x;
+  const int end = 4 * area.br().x;
+  for (int row = area.y; row < area.br().y; ++row) {
     const std::int8_t* step = &steps_[4 * place(places, set, static_cast<std::uint32_t>(row))];
-    uchar* value = picture.ptr(row);
-    for (int i = 0; i < length; ++i) {
-      const int sum = value[i] + step[i];
-      value[i] = static_cast<uchar>(std::min(std::max(sum, 0), 255));
+    const uchar* value = picture.ptr(row);
+    uchar* sum = noisy.ptr(row);
+    for (int i = start; i < end; ++i) {
+      sum[i] = static_cast<uchar>(std::min(std::max(value[i] + step[i], 0), 255));
     }
   }
 }

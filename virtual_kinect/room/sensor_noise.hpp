@@ -12,8 +12,11 @@ class SensorNoise {
  public:
   explicit SensorNoise(std::uint32_t seed);
 
-  // Adds noise to an 8-bit B, G, R, X picture of less than 131072 columns, and none to X.
-  void add_to_color(cv::Mat& picture, std::uint64_t set) const;
+  // Writes an area of an 8-bit B, G, R, X picture of less than 131072 columns into `noisy`, a
+  // picture of the same size, with noise in B, G and R. The noise of a pixel does not depend on the
+  // area. `noisy` may be `picture`.
+  void add_to_color(const cv::Mat& picture, const cv::Rect& area, std::uint64_t set,
+                    cv::Mat& noisy) const;
   // `length` (below 65536) nearly normally distributed numbers of standard deviation 1 for a row of
   // a picture. Each `purpose` has numbers of its own.
   const float* row(int length, int row, std::uint64_t set, std::uint32_t purpose) const;

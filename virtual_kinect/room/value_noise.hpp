@@ -17,4 +17,13 @@ float value_noise(const Vec3& p, std::uint32_t seed);
 // The sum of three octaves of value_noise, in [-1, 1].
 float layered_noise(const Vec3& p, std::uint32_t seed);
 
+// layered_noise(p, seed) and value_noise(single, single_seed), for little more than the price of
+// the second.
+struct LayeredAndSingle {
+  float layered;
+  float single;
+};
+LayeredAndSingle layered_and_single_noise(const Vec3& p, std::uint32_t seed, const Vec3& single,
+                                          std::uint32_t single_seed);
+
 }  // namespace halcyra::virtual_kinect::room

@@ -25,7 +25,8 @@ inline Vec3 normalized(const Vec3& a) { return a * (1.0F / std::fmax(length(a), 
 inline Vec3 mix(const Vec3& a, const Vec3& b, float t) { return a + (b - a) * t; }
 
 inline float mix(float a, float b, float t) { return a + (b - a) * t; }
-inline float clamp01(float t) { return std::fmin(std::fmax(t, 0.0F), 1.0F); }
+// 0 for what is not a number.
+inline float clamp01(float t) { return t > 0.0F ? (t < 1.0F ? t : 1.0F) : 0.0F; }
 // 0 up to `from`, 1 from `to` on, and smooth between them. Falls where `from` is above `to`.
 inline float smoothstep(float from, float to, float t) {
   const float s = clamp01((t - from) / (to - from));

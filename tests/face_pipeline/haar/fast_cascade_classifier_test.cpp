@@ -304,6 +304,42 @@ TEST(FastCascade, LeavesOtherCallsToOpenCv) {
   EXPECT_THROW(detected(fast, deep, settings), cv::Exception);
 }
 
+// Hides nothing, and counts the pictures that it was asked about.
+struct CountingMask : cv::BaseCascadeClassifier::MaskGenerator {
+  cv::Mat generateMask(const cv::Mat& picture) override {
+    ++pictures;
+    return {picture.size(), CV_8UC1, cv::Scalar(255)};
+  }
+  int pictures = 0;
+};
+
+TEST(FastCascade, LeavesMasksToOpenCv) {
+  cv::CascadeClassifier fast;
+  ASSERT_TRUE(load_fast_cascade(fast, stock_cascade("frontalface_default")));
+  for (int round = 0; round < 2; ++round) {
+    const auto mask = cv::makePtr<CountingMask>();
+    fast.setMaskGenerator(mask);
+    EXPECT_EQ(fast.getMaskGenerator(), mask);
+    EXPECT_FALSE(detected(fast, portrait(), {}).empty());
+    EXPECT_GT(mask->pictures, 0);
+  }
+}
+
+// OpenCV's own classifier is loaded when a call first needs it.
+TEST(FastCascade, ThrowsWhereACallNeedsAFileThatIsGone) {
+  const TemporaryFolder folder;
+  const std::string file = (folder.path() / "cascade.xml").string();
+  std::filesystem::copy_file(stock_cascade("frontalface_default"), file);
+  cv::CascadeClassifier fast;
+  ASSERT_TRUE(load_fast_cascade(fast, file));
+  std::filesystem::remove(file);
+  const DetectionSettings settings;
+  EXPECT_FALSE(detected(fast, portrait(), settings).empty());
+  cv::Mat colour;
+  cv::cvtColor(portrait(), colour, cv::COLOR_GRAY2BGR);
+  EXPECT_THROW(detected(fast, colour, settings), cv::Exception);
+}
+
 // OpenCV's classifier returns early and leaves the caller's old boxes in the list.
 TEST(FastCascade, LeavesPicturesSmallerThanTheWindowToOpenCv) {
   cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
@@ -413,6 +449,11 @@ std::string replaced(std::string text, const std::string& old, const std::string
   return place == std::string::npos ? text : text.replace(place, old.size(), with);
 }
 
+std::string renamed(const std::string& text, const std::string& element, const std::string& name) {
+  return replaced(replaced(text, "<" + element + ">", "<" + name + ">"), "</" + element + ">",
+                  "</" + name + ">");
+}
+
 TEST(LoadFastCascade, AnswersToBrokenFilesAsOpenCvDoes) {
   const std::string whole = read_text(stock_cascade("eye"));
   const TemporaryFolder folder;
@@ -425,7 +466,8 @@ TEST(LoadFastCascade, AnswersToBrokenFilesAsOpenCvDoes) {
         replaced(whole, "<stageType>BOOST", "<stageType>OTHER"),
         replaced(whole, "<featureType>HAAR", "<featureType>HOG"),
         replaced(whole, "<height>20", "<height>0"), replaced(whole, "<height>20", "<height>12"),
-        replaced(whole, "<stages>", "<other>"), whole}) {
+        replaced(whole, "<stages>", "<other>"), renamed(whole, "featureParams", "other"),
+        std::string("%YAML:1.0\n---\n- 1\n- 2\n"), whole}) {
     write_text(file, content);
     const std::string expected = answer(load_with_opencv, file);
     EXPECT_EQ(answer(load_fast_cascade, file), expected) << content.substr(0, 300);

@@ -86,6 +86,28 @@ TEST_F(CanvasTest, ShowsDarkerLevelsDarker) {
   EXPECT_NEAR(color()[2], 2 * dark, 2);
 }
 
+// In two halves, as the rows of a picture may be drawn separately.
+TEST_F(CanvasTest, ShowsUnderTwoLightsWhatItShowsUnderEach) {
+  Surface glossy = far_;
+  glossy.gloss = 0.5F;
+  glossy.daylight_glow = 0.1F;
+  glossy.lamp_glow = 0.2F;
+  const Pose pose = turned_about_y(5) * turned_about_z(20);
+  const ColorCanvas day{kCamera, blank(CV_8UC4), blank(CV_32F)};
+  draw(day, glossy, pose, {1.0F, 0.0F}, 0.0F);
+  const ColorCanvas lamp{kCamera, blank(CV_8UC4), blank(CV_32F)};
+  draw(lamp, glossy, pose, {0.0F, 1.0F}, 0.0F);
+  EXPECT_NE(cv::norm(day.color, lamp.color, cv::NORM_INF), 0.0);
+  for (const cv::Range& rows : {cv::Range(0, 30), cv::Range(30, 60)}) {
+    const TwoLightsCanvas both{kCamera, rows.start, blank(CV_8UC4).rowRange(rows),
+                               blank(CV_8UC4).rowRange(rows), blank(CV_32F).rowRange(rows)};
+    draw(both, glossy, pose);
+    EXPECT_EQ(cv::norm(both.daylight, day.color.rowRange(rows), cv::NORM_INF), 0.0);
+    EXPECT_EQ(cv::norm(both.lamp, lamp.color.rowRange(rows), cv::NORM_INF), 0.0);
+    EXPECT_EQ(cv::norm(both.nearness, day.nearness.rowRange(rows), cv::NORM_INF), 0.0);
+  }
+}
+
 TEST_F(CanvasTest, ExtentHoldsEveryPixelOfTheSurface) {
   const Pose pose = shifted({130, -70, 0}) * turned_about_z(20);
   draw(depth_, near_, pose);

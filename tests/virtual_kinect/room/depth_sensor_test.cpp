@@ -22,6 +22,10 @@ cv::Mat without_edges(const cv::Mat& picture) { return picture.colRange(1, pictu
 
 class DepthSensorTest : public testing::Test {
  protected:
+  cv::Mat infrared(float depth) const {
+    return measure_infrared(wall(depth, 0.5F), make_vignette(kDepthCamera), noise_, kSet);
+  }
+
   const SensorNoise noise_{3};
 };
 
@@ -58,8 +62,8 @@ TEST_F(DepthSensorTest, MeasuresNothingOnEitherSideOfAnOutline) {
 }
 
 TEST_F(DepthSensorTest, LeavesTheOutermostColumnsAtZero) {
-  for (const cv::Mat& picture : {measure_depth(wall(1000.0F, 0.5F), noise_, kSet),
-                                 measure_infrared(wall(1000.0F, 0.5F), noise_, kSet)}) {
+  for (const cv::Mat& picture :
+       {measure_depth(wall(1000.0F, 0.5F), noise_, kSet), infrared(1000.0F)}) {
     EXPECT_EQ(cv::countNonZero(picture.col(0)), 0);
     EXPECT_EQ(cv::countNonZero(picture.col(picture.cols - 1)), 0);
     EXPECT_EQ(cv::countNonZero(without_edges(picture)), picture.rows * (picture.cols - 2));
@@ -67,15 +71,15 @@ TEST_F(DepthSensorTest, LeavesTheOutermostColumnsAtZero) {
 }
 
 TEST_F(DepthSensorTest, GetsAQuarterOfTheLightFromTwiceAsFar) {
-  const cv::Mat near = measure_infrared(wall(1000.0F, 0.5F), noise_, kSet);
-  const cv::Mat far = measure_infrared(wall(2000.0F, 0.5F), noise_, kSet);
+  const cv::Mat near = infrared(1000.0F);
+  const cv::Mat far = infrared(2000.0F);
   EXPECT_NEAR(cv::mean(near)[0] / cv::mean(far)[0], 4.0, 0.1);
 }
 
 TEST_F(DepthSensorTest, GetsLessLightInTheCorners) {
-  const cv::Mat infrared = measure_infrared(wall(1000.0F, 0.5F), noise_, kSet);
-  const double middle = cv::mean(infrared(cv::Rect(240, 200, 20, 20)))[0];
-  EXPECT_LT(cv::mean(infrared(cv::Rect(1, 1, 20, 20)))[0], 0.6 * middle);
+  const cv::Mat picture = infrared(1000.0F);
+  const double middle = cv::mean(picture(cv::Rect(240, 200, 20, 20)))[0];
+  EXPECT_LT(cv::mean(picture(cv::Rect(1, 1, 20, 20)))[0], 0.6 * middle);
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "virtual_kinect/room/raster.hpp"
 
-#include <array>
-
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 
@@ -10,24 +8,24 @@ namespace {
 
 constexpr int kSide = 40;
 
-Corner corner(float x, float y) {
-  Corner made{x, y, {}};
-  made.values[0] = 3.0F + 2.0F * x - 0.5F * y;
-  made.values[7] = y;
+Corner<2> corner(float x, float y) {
+  Corner<2> made{x, y, {}};
+  made.values[0][0] = 3.0F + 2.0F * x - 0.5F * y;
+  made.values[1][3] = y;
   return made;
 }
 
 // How often each pixel was filled.
 class RasterTest : public testing::Test {
  protected:
-  void fill(const Corner& a, const Corner& b, const Corner& c,
+  void fill(const Corner<2>& a, const Corner<2>& b, const Corner<2>& c,
             const cv::Rect& bounds = {0, 0, kSide, kSide}) {
-    fill_triangle(a, b, c, bounds, [this](int column, int row, const std::array<float, 8>& values) {
+    fill_triangle(a, b, c, bounds, [this](int column, int row, const Values<2>& values) {
       ++counts_.at<uchar>(row, column);
-      const Corner expected =
+      const Corner<2> expected =
           corner(static_cast<float>(column) + 0.5F, static_cast<float>(row) + 0.5F);
-      EXPECT_NEAR(values[0], expected.values[0], 1e-3F);
-      EXPECT_NEAR(values[7], expected.values[7], 1e-3F);
+      EXPECT_NEAR(values[0][0], expected.values[0][0], 1e-3F);
+      EXPECT_NEAR(values[1][3], expected.values[1][3], 1e-3F);
     });
   }
 
@@ -47,9 +45,9 @@ TEST_F(RasterTest, FillsThePixelsWhoseCentresAreInside) {
 }
 
 TEST_F(RasterTest, LeavesNoGapBetweenNeighbours) {
-  const Corner middle = corner(17.3F, 19.1F);
-  const Corner rim[] = {corner(1.2F, 2.7F),   corner(21.6F, 0.4F),  corner(38.1F, 5.5F),
-                        corner(36.9F, 31.2F), corner(12.5F, 38.7F), corner(0.6F, 22.5F)};
+  const Corner<2> middle = corner(17.3F, 19.1F);
+  const Corner<2> rim[] = {corner(1.2F, 2.7F),   corner(21.6F, 0.4F),  corner(38.1F, 5.5F),
+                           corner(36.9F, 31.2F), corner(12.5F, 38.7F), corner(0.6F, 22.5F)};
   for (int i = 0; i < 6; ++i) fill(middle, rim[i], rim[(i + 1) % 6]);
   EXPECT_EQ(cv::countNonZero(counts_(cv::Rect(6, 6, 26, 25))), 26 * 25);
 }

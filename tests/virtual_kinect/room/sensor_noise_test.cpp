@@ -11,7 +11,7 @@ namespace {
 
 cv::Mat noisy(const SensorNoise& noise, std::uint64_t set, int level = 100) {
   cv::Mat picture(200, 300, CV_8UC4, cv::Scalar::all(level));
-  noise.add_to_color(picture, set);
+  noise.add_to_color(picture, cv::Rect({}, picture.size()), set, picture);
   return picture;
 }
 

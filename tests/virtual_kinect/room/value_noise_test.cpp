@@ -44,6 +44,19 @@ TEST(ValueNoise, IsSmoothAndStaysWithinOne) {
   }
 }
 
+TEST(ValueNoise, IsTheSameAloneAndInLayers) {
+  for (int i = 0; i < 2000; ++i) {
+    const float t = 0.37F * static_cast<float>(i - 1000);
+    const Vec3 p{t, 3.0F - 2.0F * t, 0.01F * t};
+    const Vec3 q{-1.3F * t, 5.0F, t};
+    const auto [layered, single] = layered_and_single_noise(p, 11, q, 40);
+    EXPECT_EQ(layered, 0.57F * value_noise(p, 11) + 0.28F * value_noise(p * 2.03F, 12) +
+                           0.15F * value_noise(p * 4.1F, 13));
+    EXPECT_EQ(layered, layered_noise(p, 11));
+    EXPECT_EQ(single, value_noise(q, 40));
+  }
+}
+
 TEST(ValueNoise, DependsOnItsSeed) {
   EXPECT_NE(value_noise({1.5F, 2.5F, 3.5F}, 1), value_noise({1.5F, 2.5F, 3.5F}, 2));
 }
