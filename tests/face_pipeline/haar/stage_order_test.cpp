@@ -104,7 +104,8 @@ TEST(StageOrder, IsUnknownWhereTooFewWindowsPassTheFirstStage) {
 }
 
 TEST(StageOrder, HasEachStageOfAStockCascadeOnce) {
-  const std::optional<StumpCascade> cascade = read_stump_cascade(stock_cascade("profileface"));
+  const cv::FileStorage file(stock_cascade("profileface"), cv::FileStorage::READ);
+  const std::optional<StumpCascade> cascade = read_stump_cascade(file);
   ASSERT_TRUE(cascade);
   const SearchedPicture picture(*cascade, portrait());
   std::vector<int> order = picture.order();
