@@ -7,6 +7,7 @@
 
 #include "dashboard/font_scale.hpp"
 #include "dashboard/palette.hpp"
+#include "dashboard/shrinking.hpp"
 #include "dashboard/text_cut.hpp"
 
 namespace halcyra {
@@ -82,6 +83,7 @@ void drawBox(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& fill,
 
 void drawScaled(cv::Mat& canvas, const cv::Rect& rect, const cv::Mat& picture) {
   cv::Mat target = canvas(rect);
+  if (can_shrink(picture, target.size())) return shrink(picture, target);
   cv::resize(picture, target, target.size(), 0, 0, cv::INTER_AREA);
 }
 
