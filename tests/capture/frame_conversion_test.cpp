@@ -177,11 +177,45 @@ TEST_P(RandomPictures, InfraredOfAnyBits) {
   for (int i = 0; i < 20; ++i) expect_infrared_by_the_rules(picture_of_any_bits());
 }
 
+// The floats on both sides of where one level ends and the next begins.
+cv::Mat around(const std::vector<double>& borders) {
+  std::vector<float> values;
+  for (const double border : borders) {
+    float value = static_cast<float>(border);
+    for (int i = 0; i < 3; ++i) value = std::nextafter(value, -kInfinity);
+    for (int i = 0; i < 7; ++i, value = std::nextafter(value, kInfinity)) values.push_back(value);
+  }
+  return row_of(values);
+}
+
+TEST_P(RandomPictures, InfraredWhereLevelsMeet) {
+  for (int i = 0; i < 20; ++i) {
+    const double low = std::round(real(1, 500));
+    const double high = low + std::round(real(300, 1200));
+    std::vector<double> borders;
+    for (int level = 0; level <= 255; ++level) borders.push_back(low + level * (high - low) / 255);
+    expect_infrared_by_the_rules(around(borders));
+  }
+}
+
 TEST_P(RandomPictures, DepthOfOrdinaryScenes) {
   for (int i = 0; i < 20; ++i) {
     expect_depth_by_the_rules(picture(0, 9000, 0));
     expect_depth_by_the_rules(picture(400, 4300, 0.3));
   }
+}
+
+TEST(DepthPicture, IsByTheRulesWhereLevelsMeet) {
+  std::vector<double> borders;
+  for (int level = 0; level <= 255; ++level) borders.push_back(500 + level * 4000.0 / 255);
+  expect_depth_by_the_rules(around(borders));
+}
+
+TEST(DepthPicture, IsByTheRulesForEveryTenthOfAMillimetre) {
+  cv::Mat millimetres(91, 1000, CV_32FC1);
+  for (int i = 0; i < 91000; ++i)
+    millimetres.at<float>(i / 1000, i % 1000) = 0.1F * static_cast<float>(i);
+  expect_depth_by_the_rules(millimetres);
 }
 
 TEST_P(RandomPictures, DepthAtTheEdgesOfItsRanges) {

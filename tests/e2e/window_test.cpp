@@ -50,7 +50,7 @@ TEST_F(Window, DashboardFollowsItsSizeAfterALongTime) {
   DesktopRun run(stage_, camera_less_start());
   ExpectedDashboard scene = camera_less_scene("combo");
   ASSERT_EQ(run.wait_for(scene), "");
-  for (const cv::Size size : {cv::Size(1441, 1080), cv::Size(1442, 1082), cv::Size(1000, 600)}) {
+  for (const cv::Size size : {cv::Size(1441, 1080), cv::Size(1500, 1082)}) {
     SCOPED_TRACE(size);
     for (int turn = 0; turn < 12; ++turn) {
       run.desktop().press("m");
