@@ -78,17 +78,21 @@ ShrinkRows* function_of(ShrinkingKernel kernel) {
 class ScratchMemory {
  public:
   explicit ScratchMemory(const ShrinkingTask& task)
-      : wide_(wide_length(task)),
+      : wide_(product(most_pixels(task), kWidePixel)),
         sums_length_(task.target_columns * 3 + kBeyondRow),
-        sums_(static_cast<std::size_t>(sums_length_ * (task.down.most + kMostRowsAtOnce))) {}
+        sums_(product(sums_length_, task.down.most + kMostRowsAtOnce)) {}
 
   ShrinkingScratch view() { return {wide_.data(), sums_.data(), sums_length_}; }
 
  private:
-  static std::size_t wide_length(const ShrinkingTask& task) {
-    // No pixel of the target begins more than this after the one before it.
-    const std::int32_t most_pixels = (kBlockColumns + 1) * task.across.most;
-    return static_cast<std::size_t>(most_pixels * kWidePixel);
+  // That a block needs: no pixel of the target begins more than across.most after the one before
+  // it.
+  static std::int32_t most_pixels(const ShrinkingTask& task) {
+    return (kBlockColumns + 1) * task.across.most;
+  }
+
+  static std::size_t product(std::int32_t a, std::int32_t b) {
+    return static_cast<std::size_t>(a) * static_cast<std::size_t>(b);
   }
 
   std::vector<float> wide_;
