@@ -30,44 +30,66 @@ struct Range {
 
 bool is_intensity(float pixel) { return bool((pixel > 0) & (pixel <= kMostIntensity)); }
 
-// Positive floats are in the same order as the integers with the same bits, and the minimum and
-// maximum of integers can be vectorised.
 std::int32_t bits_of(float pixel) {
   std::int32_t bits = 0;
   std::memcpy(&bits, &pixel, sizeof bits);
   return bits;
 }
 
-double float_of(std::int32_t bits) {
+float float_of(std::int32_t bits) {
   float pixel = 0;
   std::memcpy(&pixel, &bits, sizeof pixel);
   return pixel;
 }
 
-// The least and the greatest intensity. `high` is not above `low` if no two intensities differ.
-Range intensity_range(const cv::Mat& intensities) {
-  std::mutex mutex;
-  std::int32_t least = bits_of(kMostIntensity);
-  std::int32_t greatest = 0;
-  const int width = intensities.cols;
-  cv::parallel_for_(cv::Range(0, intensities.rows), [&](const cv::Range& rows) {
-    const std::int32_t most = bits_of(kMostIntensity);
-    std::int32_t low = most;
-    std::int32_t high = 0;
-    for (int y = rows.start; y < rows.end; ++y) {
-      const float* row = intensities.ptr<float>(y);
-      for (int x = 0; x < width; ++x) {
-        const std::int32_t bits = bits_of(row[x]);
-        const bool counts = bool((bits > 0) & (bits <= most));
-        low = std::min(low, counts ? bits : most);
-        high = std::max(high, counts ? bits : 0);
-      }
+// The least and the greatest of many intensities; other pixels are passed over. Positive floats are
+// in the same order as the integers with the same bits, whose minimum and maximum are sooner found.
+class Extremes {
+ public:
+  void add(const float* pixels, int count) {
+    for (int i = 0; i < count; ++i) {
+      const std::int32_t bits = bits_of(pixels[i]);
+      least_ = std::min(least_, rank(bits));
+      greatest_ = std::max(greatest_, bits <= kMostBits ? bits : 0);
     }
+  }
+
+  void add(const Extremes& other) {
+    least_ = std::min(least_, other.least_);
+    greatest_ = std::max(greatest_, other.greatest_);
+  }
+
+  // `high` is not above `low` if no two intensities differ.
+  Range range() const { return {float_of(bits_of_rank(least_)), float_of(greatest_)}; }
+
+ private:
+  static constexpr std::int32_t kMostBits = 0x7F7FFFFF;  // of the largest finite float
+  static constexpr std::uint32_t kSign = 0x80000000;
+
+  // Intensities rank in their order, and below all other pixels.
+  static std::int32_t rank(std::int32_t bits) {
+    return static_cast<std::int32_t>((static_cast<std::uint32_t>(bits) - 1) ^ kSign);
+  }
+
+  static std::int32_t bits_of_rank(std::int32_t rank) {
+    return static_cast<std::int32_t>((static_cast<std::uint32_t>(rank) ^ kSign) + 1);
+  }
+
+  std::int32_t least_ = rank(kMostBits);
+  std::int32_t greatest_ = 0;
+};
+
+Range intensity_range(const cv::Mat& intensities) {
+  Extremes extremes;
+  std::mutex mutex;
+  cv::parallel_for_(cv::Range(0, intensities.rows), [&](const cv::Range& rows) {
+    Extremes some;
+    for (int y = rows.start; y < rows.end; ++y)
+      some.add(intensities.ptr<float>(y), intensities.cols);
     const std::lock_guard<std::mutex> lock(mutex);
-    least = std::min(least, low);
-    greatest = std::max(greatest, high);
+    extremes.add(some);
   });
-  return {float_of(least), float_of(greatest)};
+  return extremes.range();
 }
 
 Range capped(Range range) {
