@@ -10,9 +10,9 @@
 
 namespace halcyra {
 
-// Every sum adds the same floats in the same order as OpenCV does, first along the rows and then
-// down the columns, and so rounds as OpenCV's. Lanes is a type with the vectors Floats, Ints (as
-// many lanes as Floats) and Pixels (a pixel of each of kRows rows) and the functions used below.
+// Adds the same floats in the same order as OpenCV, first along the rows and then down the columns,
+// so every sum rounds as OpenCV's does. Lanes is a type with the vectors Floats, Ints (as many
+// lanes as Floats) and Pixels (a pixel of each of kRows rows) and the functions used below.
 template <class Lanes>
 class ShrinkingLoop {
  public:
@@ -43,7 +43,7 @@ class ShrinkingLoop {
     return vector;
   }
 
-  // Not std::min: the linker could take a copy of that from here for the rest of the program.
+  // Instead of std::min, whose copy from here the linker could give to the rest of the program.
   static std::int32_t lesser(std::int32_t a, std::int32_t b) { return a < b ? a : b; }
 
   // Neighbouring rows of the target share a row of the source, whose sums are kept for the second.

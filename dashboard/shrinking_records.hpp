@@ -1,5 +1,5 @@
-// What the kernels that shrink a picture work on. Plain records: the sources that are compiled for
-// other instruction sets must not instantiate code that the rest of the program uses as well.
+// The input of the kernels that shrink a picture. Only plain records, since a source file that is
+// compiled for a newer processor must not share inline code with the rest of the program.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@ struct AxisView {
   const std::int32_t* first;  // of those pixels, for each pixel of the target
   const std::int32_t* count;  // of those pixels, likewise
   const float* weights;       // `most` for each pixel of the target; beyond its count they are 0
-  std::int32_t most;          // the largest count
+  std::int32_t most;          // no count is larger
 };
 
 // 8-bit BGR. Steps are in bytes.
