@@ -16,6 +16,36 @@ namespace {
 constexpr bool kPictureBoundsWindow = CV_VERSION_MAJOR > 4 || CV_VERSION_MINOR > 6;
 constexpr int kWindowedEnlargement = 2;
 
+// Enlarging a picture takes longer than all else that showing it does. So a picture that fits its
+// window is enlarged only while the window may be changing, and now and then to see whether it has
+// grown: most growth shows at once, as it moves the centred picture, but growth by one pixel or to
+// all sides alike does not.
+constexpr int kPicturesUntilStill = 10;
+constexpr int kPicturesBetweenLooks = 8;
+
+// The last place of the program's one window, and how often in a row it was the same.
+struct LastPlace {
+  cv::Rect place;
+  int times = 0;
+};
+
+LastPlace& last_place() {
+  static LastPlace last;
+  return last;
+}
+
+void remember(const cv::Rect& place) {
+  LastPlace& last = last_place();
+  last.times = place == last.place ? last.times + 1 : 0;
+  last.place = place;
+}
+
+bool may_have_grown(cv::Size picture) {
+  const LastPlace& last = last_place();
+  return last.place.size() != picture || last.times < kPicturesUntilStill ||
+         last.times % kPicturesBetweenLooks == 0;
+}
+
 // How many times as large as the picture it has to be to fill the screen.
 int fullscreen_enlargement(cv::Size picture, cv::Size screen) {
   int times = kWindowedEnlargement;
@@ -50,11 +80,15 @@ void open_picture_window(const std::string& title, cv::Size size, bool fullscree
   cv::setWindowProperty(title, cv::WND_PROP_FULLSCREEN, fullscreen ? 1.0 : 0.0);
 }
 
-cv::Rect picture_place(const std::string& title) { return cv::getWindowImageRect(title); }
+cv::Rect picture_place(const std::string& title) {
+  const cv::Rect place = cv::getWindowImageRect(title);
+  remember(place);
+  return place;
+}
 
 void show_picture(const std::string& title, const cv::Mat& picture,
                   const std::optional<cv::Size>& screen) {
-  if (!kPictureBoundsWindow) return cv::imshow(title, picture);
+  if (!kPictureBoundsWindow || !may_have_grown(picture.size())) return cv::imshow(title, picture);
   const int times = screen ? fullscreen_enlargement(picture.size(), *screen) : kWindowedEnlargement;
   cv::Mat enlarged;
   cv::resize(picture, enlarged, {}, times, times, cv::INTER_NEAREST);

@@ -1,4 +1,4 @@
-// A window that shows one picture.
+// The program's window, which shows one picture.
 #pragma once
 
 #include <optional>
@@ -23,7 +23,8 @@ void ask_for_whole_key_codes();
 // the process.
 void open_picture_window(const std::string& title, cv::Size size, bool fullscreen);
 
-// The place that the window offers its picture, in pixels; empty for a closed window.
+// The place that the window offers its picture, in pixels; empty for a closed window. To be asked
+// before each picture is shown, since show_picture goes by what it was lately.
 cv::Rect picture_place(const std::string& title);
 
 // Shows the picture, which fills the window. `screen` is the size that a full-screen window has to

@@ -14,8 +14,8 @@
 namespace halcyra {
 namespace {
 
-// Allocating a canvas takes longer than painting it, so the old one is painted over when nobody
-// else holds it.
+// Allocating a canvas takes longer than painting it, so the old one is reused unless somebody else
+// holds it.
 void renew_canvas(cv::Mat& canvas, cv::Size size) {
   const bool free = canvas.u != nullptr && canvas.u->refcount == 1;
   if (!free || canvas.size() != size || canvas.type() != CV_8UC3) canvas = cv::Mat(size, CV_8UC3);

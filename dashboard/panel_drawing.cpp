@@ -6,7 +6,9 @@
 #include <opencv2/imgproc.hpp>
 
 #include "dashboard/font_scale.hpp"
+#include "dashboard/kept_text.hpp"
 #include "dashboard/palette.hpp"
+#include "dashboard/shrinking.hpp"
 #include "dashboard/text_cut.hpp"
 
 namespace halcyra {
@@ -66,8 +68,10 @@ void putRowText(cv::Mat& canvas, const std::string& text, int budget, cv::Point 
 
 void put(cv::Mat& canvas, const std::string& text, cv::Point origin, double scale,
          const cv::Scalar& color, int thickness) {
-  cv::putText(canvas, text, origin, cv::FONT_HERSHEY_SIMPLEX, scale * g_font_scale, color,
-              scaled_thickness(thickness), cv::LINE_AA);
+  const int stroke = scaled_thickness(thickness);
+  if (stroke == 1) return drawThinText(canvas, text, origin, scale * g_font_scale, color);
+  cv::putText(canvas, text, origin, cv::FONT_HERSHEY_SIMPLEX, scale * g_font_scale, color, stroke,
+              cv::LINE_AA);
 }
 
 std::size_t characters_in(int width, double character_width) {
@@ -82,6 +86,7 @@ void drawBox(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& fill,
 
 void drawScaled(cv::Mat& canvas, const cv::Rect& rect, const cv::Mat& picture) {
   cv::Mat target = canvas(rect);
+  if (can_shrink(picture, target.size())) return shrink(picture, target);
   cv::resize(picture, target, target.size(), 0, 0, cv::INTER_AREA);
 }
 

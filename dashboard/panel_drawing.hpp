@@ -1,6 +1,6 @@
-// What every part of the dashboard is drawn with: scaled text, boxes, scaled pictures, and panels
-// whose lines stop at the bottom edge. Colours are BGR, lengths are pixels, and text scales are
-// multiplied by g_font_scale.
+// Drawing helpers that all parts of the dashboard share: scaled text, boxes, scaled pictures, and
+// panels whose lines stop at the bottom edge. Colours are BGR, lengths are pixels, and text scales
+// are multiplied by g_font_scale.
 #pragma once
 
 #include <cstddef>
@@ -33,7 +33,8 @@ std::size_t characters_in(int width, double character_width);
 void drawBox(cv::Mat& canvas, const cv::Rect& rect, const cv::Scalar& fill,
              const cv::Scalar& outline);
 
-// Draws the whole picture, scaled to fill `rect`. Neither may be empty; `rect` lies on the canvas.
+// Draws the whole picture, scaled to fill `rect`, with the pixels of cv::resize with INTER_AREA.
+// Neither may be empty; `rect` lies on the canvas.
 void drawScaled(cv::Mat& canvas, const cv::Rect& rect, const cv::Mat& picture);
 
 // Draws an empty panel with its title, which is not cut, and returns the cursor of its first line.

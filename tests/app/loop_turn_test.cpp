@@ -14,7 +14,7 @@
 #include "capture/frame_conversion.hpp"
 #include "dashboard/draw_dashboard.hpp"
 #include "dashboard/font_scale.hpp"
-#include "tests/app/recorded_conversions.hpp"
+#include "tests/app/allocated_pictures.hpp"
 #include "tests/support/environment_variable.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/fake_commands.hpp"
@@ -188,9 +188,15 @@ TEST_F(LoopTurn, TurnsEachStreamIntoItsOwnPreview) {
 
 TEST_F(LoopTurn, ConvertsInfraredBeforeDepth) {
   start_sensor();
-  start_recording_conversions();
-  see(empty_room());
-  EXPECT_EQ(recorded_conversions(), (Texts{"infrared", "depth"}));
+  const cv::Mat depth = kDepth.rowRange(0, kDepth.rows / 2).clone();
+  feed_set(center_.kinect, with_fourth_channel(empty_room()), kInfrared, depth);
+  const AllocatedPictures pictures;
+  observe_room(center_);
+  std::vector<cv::Size> made;
+  for (const cv::Size size : pictures.sizes()) {
+    if (size == kInfrared.size() || size == depth.size()) made.push_back(size);
+  }
+  EXPECT_EQ(made, (std::vector<cv::Size>{kInfrared.size(), depth.size()}));
 }
 
 TEST_F(LoopTurn, KeepsThePreviewsOfTheLastSetWithoutANewOne) {

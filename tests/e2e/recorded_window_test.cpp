@@ -17,7 +17,8 @@ using Summary = std::map<std::string, std::string>;
 
 const std::string kTitle = "Halcyra Control Center";
 
-// With OpenCV from 4.7 on, the canvas is handed over enlarged, or it would not fill the window.
+// With OpenCV from 4.7 on, the canvas of a window that may be changing is handed over enlarged, or
+// it would not fill the window.
 constexpr int kEnlargement = CV_VERSION_MAJOR == 4 && CV_VERSION_MINOR <= 6 ? 1 : 2;
 
 std::string imshow_call(int width, int height) {
@@ -90,6 +91,34 @@ TEST_F(RecordedWindow, IsDrawnAtItsLiveSizeFrom800By480) {
             (Calls{imshow_call(800, 480), imshow_call(1440, 810), imshow_call(1440, 810),
                    imshow_call(2000, 500), imshow_call(1440, 810), imshow_call(1440, 810)}));
   EXPECT_EQ(summary.at("size"), "1440x810");
+}
+
+// Enlarging costs time, so it ends when the window seems to stay as it is. It goes on every now and
+// then, or growth by a pixel would not be seen.
+TEST_F(RecordedWindow, GetsFewEnlargedCanvasesWhileItStaysAsItIs) {
+  script("sizes", "1000 600\n");
+  run({"--no-camera", "--smoke", "--frames", "100", "--width", "1440", "--height", "810"});
+  const Calls shown = calls_of("imshow");
+  ASSERT_EQ(shown.size(), 100U);
+  const std::string unchanged = "imshow " + kTitle + " 1000x600";
+  if (kEnlargement == 1) {
+    EXPECT_EQ(shown, Calls(100, unchanged));
+    return;
+  }
+  EXPECT_EQ(Calls(shown.begin(), shown.begin() + 10), Calls(10, imshow_call(1000, 600)));
+  EXPECT_GT(std::count(shown.begin(), shown.end(), unchanged), 70);
+  for (auto from = shown.begin(); from + 10 <= shown.end(); ++from) {
+    EXPECT_NE(std::find(from, from + 10, imshow_call(1000, 600)), from + 10);
+  }
+}
+
+TEST_F(RecordedWindow, GetsEnlargedCanvasesAgainOnceItChanges) {
+  std::string sizes;
+  for (int turn = 0; turn < 30; ++turn) sizes += "1000 600 ";
+  script("sizes", sizes + "1001 600\n");
+  run({"--no-camera", "--smoke", "--frames", "40", "--width", "1440", "--height", "810"});
+  const Calls shown = calls_of("imshow");
+  EXPECT_EQ(Calls(shown.begin() + 30, shown.end()), Calls(10, imshow_call(1001, 600)));
 }
 
 TEST_F(RecordedWindow, InFullScreenIsDrawnAtTheStartUpSize) {

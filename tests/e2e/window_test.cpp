@@ -45,6 +45,26 @@ TEST_F(Window, DashboardFollowsItsSize) {
   EXPECT_EQ(summary["font_scale"], "0.86");
 }
 
+// Each key takes a turn, and after some turns without a change the program looks less often.
+TEST_F(Window, DashboardFollowsItsSizeAfterALongTime) {
+  DesktopRun run(stage_, camera_less_start());
+  ExpectedDashboard scene = camera_less_scene("combo");
+  ASSERT_EQ(run.wait_for(scene), "");
+  for (const cv::Size size : {cv::Size(1441, 1080), cv::Size(1500, 1082)}) {
+    SCOPED_TRACE(size);
+    for (int turn = 0; turn < 12; ++turn) {
+      run.desktop().press("m");
+      log_message(scene, turn % 2 == 0 ? "Mic HUD disabled" : "Mic HUD enabled");
+      ASSERT_TRUE(run.wait_for_messages(
+          [&](const std::vector<std::string>& messages) { return messages == scene.messages; }));
+    }
+    run.desktop().resize(size);
+    scene.options.width = size.width;
+    scene.options.height = size.height;
+    EXPECT_EQ(run.wait_for(scene), "");
+  }
+}
+
 class SmallWindow : public Window, public ::testing::WithParamInterface<cv::Size> {};
 
 // Whether every pixel of `half`, half as wide and half as high, is one of the four of `whole` that
