@@ -15,9 +15,11 @@
 namespace halcyra::haar {
 namespace {
 
-// A task scans about this many windows: enough to fill the vectors of the later stages, few enough
-// for their sums to stay in the cache.
-constexpr int kWindowsPerTask = 8192;
+// A task scans about this many windows: enough to fill the batches of the later stages, few enough
+// for their sums to stay in the cache, and for all threads to end at about the same time.
+constexpr int kFewestWindows = 8192;
+constexpr int kMostWindows = 16384;
+constexpr int kTasksOfAThread = 16;
 
 // Plans depend on the picture's width. When more than this many are cached, all are made anew.
 constexpr std::size_t kMostPlans = 16;
@@ -41,12 +43,12 @@ WindowScan* scan_for(InstructionSet instructions) {
 PackingCost packing_cost(InstructionSet instructions) {
   switch (instructions) {
     case InstructionSet::kAvx512:
-      return {32, 0.1};
+      return {32, 0.15};
     case InstructionSet::kAvx2:
     case InstructionSet::kNeon:
-      return {16, 0.14};
+      return {16, 0.2};
     default:
-      return {8, 0.25};
+      return {8, 0.35};
   }
 }
 
@@ -64,6 +66,11 @@ int searched_height(const PyramidLayer& first, const PyramidLayer& layer, const 
 }
 
 int ceiling_of_quotient(int dividend, int divisor) { return (dividend + divisor - 1) / divisor; }
+
+int windows_of_a_task(int windows_of_all) {
+  return std::clamp(windows_of_all / (kTasksOfAThread * cv::getNumThreads()), kFewestWindows,
+                    kMostWindows);
+}
 
 LayerView view_of(const PyramidLayer& layer, const PlaneLayout& layout) {
   return {layer.sums.data(), layer.square_sums.data(), layer.low_sums.data(), layout.pitch};
@@ -126,6 +133,11 @@ const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing
 
 std::vector<CascadeSearch::Task> CascadeSearch::tasks_for(
     const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout, Facing facing) {
+  int windows_of_all = 0;
+  for (const PyramidLayer* layer : layers) {
+    windows_of_all += places_for(cascade_.window.width, layer->size.width) / layer->step *
+                      places_for(cascade_.window.height, layer->size.height) / layer->step;
+  }
   std::vector<Task> tasks;
   for (const PyramidLayer* layer : layers) {
     const int columns = places_for(cascade_.window.width, layer->size.width);
@@ -136,7 +148,7 @@ std::vector<CascadeSearch::Task> CascadeSearch::tasks_for(
     const int windows = ceiling_of_quotient(columns, layer->step);
     const int height = searched_height(*layers.front(), *layer, cascade_.window);
     const int rows = ceiling_of_quotient(height, layer->step);
-    const int rows_per_task = std::max(kWindowsPerTask / windows, 1);
+    const int rows_per_task = std::max(windows_of_a_task(windows_of_all) / windows, 1);
     for (int row = 0; row < rows; row += rows_per_task) {
       tasks.push_back({layer,
                        &its_plan,

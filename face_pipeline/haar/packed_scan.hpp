@@ -39,7 +39,7 @@ class PackedScan {
   // Scans all windows that were added.
   void finish() const {
     for (std::int32_t stage = 1; stage < plan_.stage_count; ++stage) {
-      if (scratch_.queues[stage].count != 0) scan_batch(stage);
+      while (scratch_.queues[stage].count != 0) scan_batch(stage);
     }
   }
 
@@ -56,30 +56,38 @@ class PackedScan {
     }
   };
 
-  // Takes up to a group of windows from the queue through stages, until few are left.
-  void scan_batch(std::int32_t stage) const {
+  // Up to a group of windows, and the stage that each of them waits for.
+  struct Windows {
     std::int32_t places[kLargestGroup];
     float norms[kLargestGroup];
-    Bits alive = take(scratch_.queues[stage], places, norms);
+    std::int32_t stages[kLargestGroup];
+  };
+
+  // Takes up to a group of windows that wait for this stage or, if these are fewer, for later ones
+  // through stages, until few are left. A window passes stages that it passed before once more.
+  void scan_batch(std::int32_t stage) const {
+    Windows windows;
+    Bits alive = take(stage, windows);
     for (std::int32_t i = 0; i < plan_.block_count; ++i) {
-      copy_block(layer_.low_sums + plan_.blocks[i].offset, places,
+      copy_block(layer_.low_sums + plan_.blocks[i].offset, windows.places,
                  scratch_.patches + i * kEight * kGroup);
     }
-    Floats even_norms = Floats::load(norms);
-    Floats odd_norms = Floats::load(norms + kLanes);
+    Floats even_norms = Floats::load(windows.norms);
+    Floats odd_norms = Floats::load(windows.norms + kLanes);
     Lanes::separate(even_norms, odd_norms);
     do {
       StageVotes<Lanes> votes(even_norms, odd_norms);
       votes.vote(plan_.stages[stage], plan_.packed_stumps, Batch{scratch_.patches});
       alive = stage_survivors(plan_.stages[stage], votes, alive, [&](std::int32_t window) {
-        return SingleWindow<Lanes>(plan_, layer_, places[window], norms[window]);
+        return SingleWindow<Lanes>(plan_, layer_, windows.places[window], windows.norms[window]);
       });
       ++stage;
     } while (stage < plan_.stage_count &&
              __builtin_popcount(alive) >= plan_.stages[stage].fewest_windows);
     for (; alive != 0; alive &= alive - 1) {
       const std::int32_t window = __builtin_ctz(alive);
-      add(stage, places[window], norms[window]);
+      add(stage > windows.stages[window] ? stage : windows.stages[window], windows.places[window],
+          windows.norms[window]);
     }
   }
 
@@ -111,16 +119,24 @@ class PackedScan {
     }
   }
 
-  // Moves the windows out and returns a bit for each. The rest of the group repeats the first one.
-  static Bits take(WindowQueue& queue, std::int32_t* places, float* norms) {
-    for (std::int32_t i = 0; i < kGroup; ++i) {
-      const std::int32_t from = i < queue.count ? i : 0;
-      places[i] = queue.places[from];
-      norms[i] = queue.norms[from];
+  // Moves windows out of the queues, from this stage's on, and returns a bit for each. The rest of
+  // the group repeats the first one.
+  Bits take(std::int32_t stage, Windows& windows) const {
+    std::int32_t count = 0;
+    for (; stage < plan_.stage_count && count < kGroup; ++stage) {
+      WindowQueue& queue = scratch_.queues[stage];
+      for (; queue.count != 0 && count < kGroup; ++count) {
+        --queue.count;
+        windows.places[count] = queue.places[queue.count];
+        windows.norms[count] = queue.norms[queue.count];
+        windows.stages[count] = stage;
+      }
     }
-    const Bits all = queue.count == 32 ? ~Bits{0} : (Bits{1} << queue.count) - 1;
-    queue.count = 0;
-    return all;
+    for (std::int32_t i = count; i < kGroup; ++i) {
+      windows.places[i] = windows.places[0];
+      windows.norms[i] = windows.norms[0];
+    }
+    return count == 32 ? ~Bits{0} : (Bits{1} << count) - 1;
   }
 
   const PlanView& plan_;

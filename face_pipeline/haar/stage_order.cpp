@@ -11,10 +11,10 @@
 namespace halcyra::haar {
 namespace {
 
-constexpr std::size_t kSamples = 256;
+constexpr std::size_t kSamples = 512;
 
 // Most windows of most pictures have contrast, and a quarter or more pass the first stage.
-constexpr int kMostTries = 4096;
+constexpr int kMostTries = 8192;
 
 // Fewer windows say little about a stage.
 constexpr std::size_t kFewestSamples = 16;
