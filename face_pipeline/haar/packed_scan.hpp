@@ -66,7 +66,7 @@ class PackedScan {
   // Takes up to a group of windows that wait for this stage or, if these are fewer, for later ones
   // through stages, until few are left. A window passes stages that it passed before once more.
   void scan_batch(std::int32_t stage) const {
-    Windows windows;
+    Windows windows{};
     Bits alive = take(stage, windows);
     for (std::int32_t i = 0; i < plan_.block_count; ++i) {
       copy_block(layer_.low_sums + plan_.blocks[i].offset, windows.places,
