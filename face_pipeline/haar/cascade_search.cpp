@@ -94,6 +94,7 @@ std::vector<Place> sorted_places(const PassedWindows& passed, const WindowRows& 
 std::vector<CascadeStage> in_order(const std::vector<CascadeStage>& stages,
                                    const std::vector<int>& order) {
   std::vector<CascadeStage> ordered;
+  ordered.reserve(order.size());
   for (const int stage : order) ordered.push_back(stages[static_cast<std::size_t>(stage)]);
   return ordered;
 }
@@ -166,6 +167,7 @@ bool CascadeSearch::reorder_stages(const std::vector<Task>& tasks, const PlaneLa
     return false;
   }
   std::vector<SampledRows> rows;
+  rows.reserve(tasks.size());
   for (const Task& task : tasks) {
     rows.push_back({task.plan->view(), view_of(*task.layer, layout), task.rows});
   }

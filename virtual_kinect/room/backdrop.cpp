@@ -61,6 +61,7 @@ void draw_color(const std::vector<Surface>& surfaces, Backdrop& backdrop) {
   backdrop.lamp.create(size, CV_8UC4);
   backdrop.color_nearness.create(size, CV_32F);
   std::vector<cv::Rect> extents;
+  extents.reserve(surfaces.size());
   for (const Surface& surface : surfaces) extents.push_back(extent(kFineCamera, surface, Pose{}));
   cv::parallel_for_(cv::Range(0, kBands), [&](const cv::Range& bands) {
     for (int band = bands.start; band < bands.end; ++band) {
