@@ -66,10 +66,10 @@ struct PlannedStage {
   float threshold;
 };
 
-// Eight entries side by side, from each of which a stump of a packed stage may read.
+// Eight entries side by side, some of which a stump reads. The offset of the first is in entries,
+// from the entry of the window's upper left corner.
 struct PatchBlock {
-  std::int32_t
-      offset;  // of the first, in entries, from the entry of the window's upper left corner
+  std::int32_t offset;
 };
 
 struct PlanView {
