@@ -67,9 +67,9 @@ int searched_height(const PyramidLayer& first, const PyramidLayer& layer, const 
 
 int ceiling_of_quotient(int dividend, int divisor) { return (dividend + divisor - 1) / divisor; }
 
-int windows_of_a_task(int windows_of_all) {
-  return std::clamp(windows_of_all / (kTasksOfAThread * cv::getNumThreads()), kFewestWindows,
-                    kMostWindows);
+int windows_of_a_task(double windows_of_all) {
+  const double share = windows_of_all / (kTasksOfAThread * std::max(cv::getNumThreads(), 1));
+  return static_cast<int>(std::clamp<double>(share, kFewestWindows, kMostWindows));
 }
 
 LayerView view_of(const PyramidLayer& layer, const PlaneLayout& layout) {
@@ -134,10 +134,11 @@ const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing
 
 std::vector<CascadeSearch::Task> CascadeSearch::tasks_for(
     const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout, Facing facing) {
-  int windows_of_all = 0;
+  double windows_of_all = 0.0;
   for (const PyramidLayer* layer : layers) {
-    windows_of_all += places_for(cascade_.window.width, layer->size.width) / layer->step *
-                      places_for(cascade_.window.height, layer->size.height) / layer->step;
+    windows_of_all += static_cast<double>(places_for(cascade_.window.width, layer->size.width)) *
+                      places_for(cascade_.window.height, layer->size.height) /
+                      (layer->step * layer->step);
   }
   std::vector<Task> tasks;
   for (const PyramidLayer* layer : layers) {
