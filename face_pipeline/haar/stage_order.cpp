@@ -23,8 +23,10 @@ struct NoLanes;
 
 using PassedStages = std::vector<bool>;  // of one window, by stage
 
+// Unsigned on the way, as sums of squares wrap around.
 std::int32_t rectangle(const std::int32_t* sums, const std::int32_t* corners) {
-  return sums[corners[0]] - sums[corners[1]] - sums[corners[2]] + sums[corners[3]];
+  const auto entry = [&](int i) { return static_cast<std::uint32_t>(sums[corners[i]]); };
+  return static_cast<std::int32_t>(entry(0) - entry(1) - entry(2) + entry(3));
 }
 
 // As the scans measure it, but not to the last bit. Infinite or not a number without contrast.

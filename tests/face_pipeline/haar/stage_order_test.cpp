@@ -103,6 +103,15 @@ TEST(StageOrder, IsUnknownWhereTooFewWindowsPassTheFirstStage) {
   EXPECT_TRUE(quickest_stage_order({}).empty());
 }
 
+// In a bright picture of this size, the sums of squares pass 2^31.
+TEST(StageOrder, IsFoundWhereSumsOfSquaresWrapAround) {
+  cv::RNG random(2);
+  const StumpCascade cascade =
+      cascade_of({stage_of(1, kPassAll), stage_of(9, kPassAll), stage_of(1, kPassHalf)});
+  EXPECT_EQ(SearchedPicture(cascade, noise({400, 200}, 150, 255, random)).order(),
+            (std::vector<int>{0, 2, 1}));
+}
+
 TEST(StageOrder, HasEachStageOfAStockCascadeOnce) {
   const cv::FileStorage file(stock_cascade("profileface"), cv::FileStorage::READ);
   const std::optional<StumpCascade> cascade = read_stump_cascade(file);
