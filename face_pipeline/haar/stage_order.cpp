@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <random>
+#include <utility>
 
 #include "face_pipeline/haar/single_window.hpp"
 

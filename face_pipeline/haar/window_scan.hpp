@@ -5,9 +5,8 @@
 
 namespace halcyra::haar {
 
-// Afterwards, scratch.waiting[plan.stage_count] holds the windows that pass all stages, in no
-// particular order. All of them find the same; the machine must have the instruction set that the
-// name says.
+// Afterwards, scratch.passed holds the windows that pass all stages, in no particular order. All of
+// them find the same; the machine must have the instruction set that the name says.
 using WindowScan = void(const PlanView& plan, const LayerView& layer, const WindowRows& rows,
                         const ScanScratch& scratch);
 

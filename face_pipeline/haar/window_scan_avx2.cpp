@@ -94,10 +94,6 @@ struct Avx2Lanes {
   using Eights = halcyra::haar::Eights;
   static constexpr std::int32_t kLanes = 8;
 
-  static __m256i two_of(const void* first, const void* second) {
-    return _mm256_set_m128i(_mm_loadu_si128(static_cast<const __m128i*>(second)),
-                            _mm_loadu_si128(static_cast<const __m128i*>(first)));
-  }
   // Turns the first and the second half of a group into its even and its odd windows.
   static void separate(Floats& first, Floats& second) {
     const __m256d even = _mm256_castps_pd(_mm256_shuffle_ps(first.v, second.v, 0x88));

@@ -13,8 +13,8 @@
 namespace halcyra::haar {
 
 // Lanes is a type with the vectors Shorts (2 n lanes), Ints and Floats (n lanes) and the functions
-// used below. A group is 2 n windows: all adjacent, or eights of adjacent ones from anywhere. Ints
-// and Floats of a group come in pairs, one for the even and one for the odd windows.
+// used below. A group is 2 n adjacent windows, or a batch of as many from anywhere. Ints and
+// Floats of a group come in pairs, one for the even and one for the odd windows.
 template <class Lanes>
 class WindowScanLoop {
  public:
