@@ -1,6 +1,7 @@
 #include "face_pipeline/face_detection.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <utility>
 
@@ -66,57 +67,80 @@ bool shrinking_mirrors_exactly(const cv::Mat& grey, const Options& options) {
   return options.detect_scale == 0.5 && grey.cols % 2 == 0 && grey.rows % 2 == 0;
 }
 
-// The passes over one picture. As many of them as can share its shrunken copy and all that is made
-// of that.
-class Passes {
- public:
-  Passes(const cv::Mat& grey, const Options& options) : grey_(grey), options_(options) {}
-  ~Passes() {
-    if (pyramid_ != nullptr) pyramid_->forget_picture();
-  }
-  Passes(const Passes&) = delete;
-  Passes& operator=(const Passes&) = delete;
-
-  // Boxes in the picture as it is or, mirrored, in its mirror image.
-  std::vector<cv::Rect> boxes(cv::CascadeClassifier& cascade, haar::Facing facing) {
-    haar::FastCascadeClassifier* const fast = haar::fast_cascade(cascade);
-    if (fast != nullptr && may_share(*fast, facing)) return shared_boxes(*fast, facing);
-    return facing == haar::Facing::kMirrored ? detect_faces_mirrored(cascade, grey_, options_)
-                                             : detect_faces(cascade, grey_, options_);
-  }
-
- private:
-  // Not at full scale, where every pass equalises the caller's pixels anew.
-  bool may_share(const haar::FastCascadeClassifier& cascade, haar::Facing facing) const {
-    if (!(options_.detect_scale < 1.0) || !(options_.scale_factor > 1.0)) return false;
-    if (facing == haar::Facing::kAsIs) return true;
-    return shrinking_mirrors_exactly(grey_, options_) &&
-           cascade.can_mirror(grey_.size() / 2, settings_for(options_));
-  }
-
-  std::vector<cv::Rect> shared_boxes(haar::FastCascadeClassifier& cascade, haar::Facing facing) {
-    if (pyramid_ == nullptr) make_pyramid(cascade.pyramid());
-    std::vector<cv::Rect> boxes = cascade.detect(*pyramid_, facing, settings_for(options_));
-    scale_back(boxes, options_);
-    return boxes;
-  }
-
-  // That of the first cascade serves all.
-  void make_pyramid(haar::ImagePyramid& pyramid) {
-    pyramid.set_picture(working_image(grey_, options_));
-    pyramid_ = &pyramid;
-  }
-
-  const cv::Mat& grey_;
-  const Options& options_;
-  haar::ImagePyramid* pyramid_ = nullptr;
+struct Pass {
+  cv::CascadeClassifier* cascade = nullptr;
+  haar::Facing facing = haar::Facing::kAsIs;
+  std::string detector_type;
+  std::vector<cv::Rect> boxes;  // in the picture as it is or, mirrored, in its mirror image
 };
 
-// Faces looking to the other side: the profile cascade on the mirrored image.
-std::vector<cv::Rect> detect_mirrored(Passes& passes, cv::CascadeClassifier& profile, int columns) {
-  std::vector<cv::Rect> boxes = passes.boxes(profile, haar::Facing::kMirrored);
+std::vector<Pass> passes_for(cv::CascadeClassifier& frontal, cv::CascadeClassifier* profile,
+                             const Options& options) {
+  std::vector<Pass> passes;
+  if (style_includes(options, "frontal")) {
+    passes.push_back({&frontal, haar::Facing::kAsIs, "frontal", {}});
+  }
+  if (profile != nullptr && style_includes(options, "profile_left")) {
+    passes.push_back({profile, haar::Facing::kAsIs, "profile_left", {}});
+  }
+  // Faces looking to the other side: the profile cascade on the mirrored image.
+  if (profile != nullptr && style_includes(options, "profile_right")) {
+    passes.push_back({profile, haar::Facing::kMirrored, "profile_right", {}});
+  }
+  return passes;
+}
+
+// Whether the pass may share the shrunken picture, and all that is made of it, with others. Not at
+// full scale, where every pass equalises the caller's pixels anew.
+bool may_share(const Pass& pass, const cv::Mat& grey, const Options& options) {
+  const haar::FastCascadeClassifier* const fast = haar::fast_cascade(*pass.cascade);
+  if (fast == nullptr || !(options.detect_scale < 1.0) || !(options.scale_factor > 1.0)) {
+    return false;
+  }
+  if (pass.facing == haar::Facing::kAsIs) return true;
+  return shrinking_mirrors_exactly(grey, options) &&
+         fast->can_mirror(grey.size() / 2, settings_for(options));
+}
+
+// The first cascade's pyramid, which serves all.
+class SharedPyramid {
+ public:
+  SharedPyramid(haar::ImagePyramid& pyramid, const cv::Mat& picture) : pyramid_(pyramid) {
+    pyramid_.set_picture(picture);
+  }
+  ~SharedPyramid() { pyramid_.forget_picture(); }
+  SharedPyramid(const SharedPyramid&) = delete;
+  SharedPyramid& operator=(const SharedPyramid&) = delete;
+
+  haar::ImagePyramid& get() { return pyramid_; }
+
+ private:
+  haar::ImagePyramid& pyramid_;
+};
+
+void run_together(const std::vector<Pass*>& passes, const cv::Mat& grey, const Options& options) {
+  if (passes.empty()) return;
+  std::vector<haar::DetectionPass> searches;
+  for (const Pass* pass : passes) {
+    searches.push_back({haar::fast_cascade(*pass->cascade), pass->facing});
+  }
+  SharedPyramid pyramid(searches.front().cascade->pyramid(), working_image(grey, options));
+  std::vector<std::vector<cv::Rect>> found =
+      haar::detect_together(pyramid.get(), searches, settings_for(options));
+  for (std::size_t i = 0; i < passes.size(); ++i) {
+    passes[i]->boxes = std::move(found[i]);
+    scale_back(passes[i]->boxes, options);
+  }
+}
+
+void run_alone(Pass& pass, const cv::Mat& grey, const Options& options) {
+  const bool mirrored = pass.facing == haar::Facing::kMirrored;
+  pass.boxes = mirrored ? detect_faces_mirrored(*pass.cascade, grey, options)
+                        : detect_faces(*pass.cascade, grey, options);
+}
+
+void turn_back(std::vector<cv::Rect>& boxes, int columns) {
   for (cv::Rect& box : boxes) box.x = columns - box.x - box.width;
-  return boxes;
 }
 
 }  // namespace
@@ -134,16 +158,20 @@ std::vector<cv::Rect> detect_faces(cv::CascadeClassifier& cascade, const cv::Mat
 
 std::vector<Detection> detect_multi(cv::CascadeClassifier& frontal, cv::CascadeClassifier* profile,
                                     const cv::Mat& grey, const Options& options) {
-  Passes passes(grey, options);
+  std::vector<Pass> passes = passes_for(frontal, profile, options);
+  std::vector<Pass*> together;
+  for (Pass& pass : passes) {
+    if (may_share(pass, grey, options)) {
+      together.push_back(&pass);
+    } else {
+      run_alone(pass, grey, options);
+    }
+  }
+  run_together(together, grey, options);
   std::vector<Detection> detections;
-  if (style_includes(options, "frontal")) {
-    append(detections, passes.boxes(frontal, haar::Facing::kAsIs), "frontal");
-  }
-  if (profile != nullptr && style_includes(options, "profile_left")) {
-    append(detections, passes.boxes(*profile, haar::Facing::kAsIs), "profile_left");
-  }
-  if (profile != nullptr && style_includes(options, "profile_right")) {
-    append(detections, detect_mirrored(passes, *profile, grey.cols), "profile_right");
+  for (Pass& pass : passes) {
+    if (pass.facing == haar::Facing::kMirrored) turn_back(pass.boxes, grey.cols);
+    append(detections, pass.boxes, pass.detector_type);
   }
   return dedupe(std::move(detections));
 }

@@ -109,13 +109,6 @@ bool operator==(const WindowColumns& a, const WindowColumns& b) {
 
 }  // namespace
 
-struct CascadeSearch::Task {
-  const PyramidLayer* layer = nullptr;
-  const ScanPlan* plan = nullptr;
-  WindowRows rows{};
-  std::vector<cv::Rect> found;
-};
-
 CascadeSearch::CascadeSearch(StumpCascade cascade, InstructionSet instructions)
     : cascade_(std::move(cascade)), mirrored_(mirrored(cascade_)), instructions_(instructions) {}
 
@@ -132,15 +125,15 @@ const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing
   return plans_.back()->plan;
 }
 
-std::vector<CascadeSearch::Task> CascadeSearch::tasks_for(
-    const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout, Facing facing) {
+std::vector<SearchTask> CascadeSearch::tasks(const std::vector<const PyramidLayer*>& layers,
+                                             const PlaneLayout& layout, Facing facing) {
   double windows_of_all = 0.0;
   for (const PyramidLayer* layer : layers) {
     windows_of_all += static_cast<double>(places_for(cascade_.window.width, layer->size.width)) *
                       places_for(cascade_.window.height, layer->size.height) /
                       (layer->step * layer->step);
   }
-  std::vector<Task> tasks;
+  std::vector<SearchTask> all;
   for (const PyramidLayer* layer : layers) {
     const int columns = places_for(cascade_.window.width, layer->size.width);
     if (columns == 0) continue;
@@ -152,37 +145,40 @@ std::vector<CascadeSearch::Task> CascadeSearch::tasks_for(
     const int rows = ceiling_of_quotient(height, layer->step);
     const int rows_per_task = std::max(windows_of_a_task(windows_of_all) / windows, 1);
     for (int row = 0; row < rows; row += rows_per_task) {
-      tasks.push_back({layer,
-                       &its_plan,
-                       {row * layer->step, layer->step, std::min(rows_per_task, rows - row),
-                        windows, from_right},
-                       {}});
+      all.push_back({layer,
+                     &its_plan,
+                     {row * layer->step, layer->step, std::min(rows_per_task, rows - row), windows,
+                      from_right},
+                     {}});
     }
   }
-  return tasks;
+  return all;
 }
 
-bool CascadeSearch::reorder_stages(const std::vector<Task>& tasks, const PlaneLayout& layout) {
-  if (searches_in_order_ >= 0 && searches_in_order_ < kSearchesInOrder) {
-    ++searches_in_order_;
-    return false;
-  }
+bool CascadeSearch::order_is_due() {
+  if (searches_in_order_ < 0 || searches_in_order_ >= kSearchesInOrder) return true;
+  ++searches_in_order_;
+  return false;
+}
+
+void CascadeSearch::prepare(const std::vector<const PyramidLayer*>& layers,
+                            const PlaneLayout& layout, Facing facing) {
+  if (plans_.size() > kMostPlans) plans_.clear();
+  if (!order_is_due()) return;
   std::vector<SampledRows> rows;
-  rows.reserve(tasks.size());
-  for (const Task& task : tasks) {
+  for (const SearchTask& task : tasks(layers, layout, facing)) {
     rows.push_back({task.plan->view(), view_of(*task.layer, layout), task.rows});
   }
   const std::vector<int> order = quickest_stage_order(rows);
-  if (order.empty()) return false;
+  if (order.empty()) return;
   searches_in_order_ = 0;
-  if (std::is_sorted(order.begin(), order.end())) return false;
+  if (std::is_sorted(order.begin(), order.end())) return;
   cascade_.stages = in_order(cascade_.stages, order);
   mirrored_.stages = in_order(mirrored_.stages, order);
   plans_.clear();
-  return true;
 }
 
-void CascadeSearch::run(Task& task, const PlaneLayout& layout) {
+void CascadeSearch::run(SearchTask& task, const PlaneLayout& layout) {
   std::unique_ptr<ScanMemory> memory = scratch_.take();
   const PlanView view = task.plan->view();
   const ScanScratch scratch =
@@ -198,22 +194,6 @@ void CascadeSearch::run(Task& task, const PlaneLayout& layout) {
                             cvRound(static_cast<float>(cascade_.window.height) * scale));
   }
   scratch_.give_back(std::move(memory));
-}
-
-std::vector<cv::Rect> CascadeSearch::operator()(ImagePyramid& pyramid,
-                                                const std::vector<float>& scales, Facing facing) {
-  const PlaneLayout layout = pyramid.layout();
-  // Before the tasks are made, as they point to plans.
-  if (plans_.size() > kMostPlans) plans_.clear();
-  const std::vector<const PyramidLayer*> layers = pyramid.layers(scales);
-  std::vector<Task> all = tasks_for(layers, layout, facing);
-  if (reorder_stages(all, layout)) all = tasks_for(layers, layout, facing);
-  cv::parallel_for_(cv::Range(0, static_cast<int>(all.size())), [&](const cv::Range& range) {
-    for (int i = range.start; i < range.end; ++i) run(all[static_cast<std::size_t>(i)], layout);
-  });
-  std::vector<cv::Rect> found;
-  for (const Task& task : all) found.insert(found.end(), task.found.begin(), task.found.end());
-  return found;
 }
 
 }  // namespace halcyra::haar

@@ -1,4 +1,4 @@
-// Searches a picture with a cascade at many scales.
+// One cascade and what its searches keep from picture to picture.
 #pragma once
 
 #include <memory>
@@ -6,10 +6,11 @@
 
 #include <opencv2/core/types.hpp>
 
-#include "face_pipeline/haar/image_pyramid.hpp"
 #include "face_pipeline/haar/instruction_set.hpp"
+#include "face_pipeline/haar/pyramid_layer.hpp"
 #include "face_pipeline/haar/scan_plan.hpp"
 #include "face_pipeline/haar/scan_scratch.hpp"
+#include "face_pipeline/haar/search_task.hpp"
 #include "face_pipeline/haar/stump_cascade.hpp"
 
 namespace halcyra::haar {
@@ -19,30 +20,29 @@ enum class Facing {
   kMirrored  // searches the picture's mirror image, and answers in its coordinates
 };
 
+// The parts of a search; search_picture puts them together.
 class CascadeSearch {
  public:
   CascadeSearch(StumpCascade cascade, InstructionSet instructions);
 
   const cv::Size& window() const { return cascade_.window; }
 
-  // Every window that passes the cascade, before any grouping, in pixels of the picture: ordered by
-  // scale, then from top to bottom, then from left to right, as cv::CascadeClassifier finds them on
-  // one thread. The pyramid's picture must be at least as large as the window. For kMirrored,
-  // resize_mirrors_exactly must hold from the picture's width to that of each scale. One call at a
-  // time; the search itself runs on OpenCV's threads.
-  std::vector<cv::Rect> operator()(ImagePyramid& pyramid, const std::vector<float>& scales,
-                                   Facing facing);
+  // Once for each pass over a picture. The layers are of rising scales. Now and then this finds the
+  // order of stages that suits the picture; tasks from before must not be run any more.
+  void prepare(const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout,
+               Facing facing);
+
+  // What searches these layers, in the order in which OpenCV finds windows. Valid until the next
+  // `prepare`. Two calls with different facings give tasks that may run side by side.
+  std::vector<SearchTask> tasks(const std::vector<const PyramidLayer*>& layers,
+                                const PlaneLayout& layout, Facing facing);
+
+  // May be called from several threads at once, with different tasks.
+  void run(SearchTask& task, const PlaneLayout& layout);
 
  private:
-  struct Task;
-
   const ScanPlan& plan_for(const PlaneLayout& layout, Facing facing, const WindowColumns& columns);
-  std::vector<Task> tasks_for(const std::vector<const PyramidLayer*>& layers,
-                              const PlaneLayout& layout, Facing facing);
-  // Puts the stages into the order that is quickest for the tasks' windows. The tasks' plans are
-  // then those of another order.
-  bool reorder_stages(const std::vector<Task>& tasks, const PlaneLayout& layout);
-  void run(Task& task, const PlaneLayout& layout);
+  bool order_is_due();
 
   struct CachedPlan {
     PlaneLayout layout;

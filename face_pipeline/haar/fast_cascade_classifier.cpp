@@ -7,6 +7,7 @@
 #include "face_pipeline/haar/cascade_file.hpp"
 #include "face_pipeline/haar/deferred_cascade.hpp"
 #include "face_pipeline/haar/exact_resize.hpp"
+#include "face_pipeline/haar/picture_search.hpp"
 #include "face_pipeline/haar/search_scales.hpp"
 
 namespace halcyra::haar {
@@ -15,14 +16,16 @@ namespace {
 // How far hits of one object may lie apart, as a fraction of their size. OpenCV's own value.
 constexpr double kGroupingTolerance = 0.2;
 
-std::vector<float> scales_for(const cv::Size& picture, const cv::Size& window,
-                              const DetectionSettings& settings) {
-  return search_scales(picture, window, settings.scale_factor,
-                       {settings.min_size, settings.max_size});
-}
-
 bool has_room(const cv::Size& picture, const cv::Size& window) {
   return picture.width >= window.width && picture.height >= window.height;
+}
+
+// None if the picture is smaller than the window.
+std::vector<float> scales_for(const cv::Size& picture, const cv::Size& window,
+                              const DetectionSettings& settings) {
+  if (!has_room(picture, window)) return {};
+  return search_scales(picture, window, settings.scale_factor,
+                       {settings.min_size, settings.max_size});
 }
 
 // cv::CascadeClassifier does this with what the implementation behind it returns.
@@ -42,21 +45,17 @@ FastCascadeClassifier::FastCascadeClassifier(cv::Ptr<cv::BaseCascadeClassifier> 
 
 std::vector<cv::Rect> FastCascadeClassifier::candidates(ImagePyramid& pyramid, Facing facing,
                                                         const DetectionSettings& settings) {
-  return search_(pyramid, scales_for(pyramid.picture().size(), window(), settings), facing);
+  return search_picture(
+      pyramid, {{&search_, facing, scales_for(pyramid.picture().size(), window(), settings)}})[0];
 }
 
 std::vector<cv::Rect> FastCascadeClassifier::detect(ImagePyramid& pyramid, Facing facing,
                                                     const DetectionSettings& settings) {
-  if (!has_room(pyramid.picture().size(), window())) return {};
-  std::vector<cv::Rect> boxes = candidates(pyramid, facing, settings);
-  cv::groupRectangles(boxes, settings.min_neighbors, kGroupingTolerance);
-  clip_and_drop_empty(boxes, pyramid.picture().size());
-  return boxes;
+  return detect_together(pyramid, {{this, facing}}, settings)[0];
 }
 
 bool FastCascadeClassifier::can_mirror(const cv::Size& picture,
                                        const DetectionSettings& settings) const {
-  if (!has_room(picture, window())) return true;
   const std::vector<float> scales = scales_for(picture, window(), settings);
   return std::all_of(scales.begin(), scales.end(), [&picture](float scale) {
     return resize_mirrors_exactly(picture.width,
@@ -132,6 +131,24 @@ void FastCascadeClassifier::setMaskGenerator(const cv::Ptr<MaskGenerator>& gener
 
 cv::Ptr<cv::BaseCascadeClassifier::MaskGenerator> FastCascadeClassifier::getMaskGenerator() {
   return original_->getMaskGenerator();
+}
+
+std::vector<std::vector<cv::Rect>> detect_together(ImagePyramid& pyramid,
+                                                   const std::vector<DetectionPass>& passes,
+                                                   const DetectionSettings& settings) {
+  const cv::Size picture = pyramid.picture().size();
+  std::vector<SearchPass> searches;
+  searches.reserve(passes.size());
+  for (const DetectionPass& pass : passes) {
+    CascadeSearch& search = pass.cascade->search();
+    searches.push_back({&search, pass.facing, scales_for(picture, search.window(), settings)});
+  }
+  std::vector<std::vector<cv::Rect>> found = search_picture(pyramid, searches);
+  for (std::vector<cv::Rect>& boxes : found) {
+    cv::groupRectangles(boxes, settings.min_neighbors, kGroupingTolerance);
+    clip_and_drop_empty(boxes, picture);
+  }
+  return found;
 }
 
 bool load_fast_cascade(cv::CascadeClassifier& classifier, const std::string& path) {

@@ -33,16 +33,15 @@ class FastCascadeClassifier final : public cv::BaseCascadeClassifier {
   FastCascadeClassifier(cv::Ptr<cv::BaseCascadeClassifier> original, StumpCascade cascade,
                         InstructionSet instructions);
 
-  // The objects in the pyramid's picture or its mirror image, in pixels of either, as
-  // cv::CascadeClassifier::detectMultiScale finds them; none if the picture is smaller than the
-  // window. `pyramid` may be the classifier's own. A mask generator has no effect here.
+  // A pass of detect_together on its own.
   std::vector<cv::Rect> detect(ImagePyramid& pyramid, Facing facing,
                                const DetectionSettings& settings);
 
-  // Whether detect may be called with Facing::kMirrored for a picture of this size.
+  // Whether Facing::kMirrored is possible for a picture of this size.
   bool can_mirror(const cv::Size& picture, const DetectionSettings& settings) const;
 
   ImagePyramid& pyramid() { return pyramid_; }
+  CascadeSearch& search() { return search_; }
   const cv::Size& window() const { return search_.window(); }
 
   bool empty() const override;
@@ -73,6 +72,20 @@ class FastCascadeClassifier final : public cv::BaseCascadeClassifier {
   CascadeSearch search_;
   ImagePyramid pyramid_;
 };
+
+// One pass over a picture.
+struct DetectionPass {
+  FastCascadeClassifier* cascade = nullptr;
+  Facing facing = Facing::kAsIs;
+};
+
+// For each pass, the objects in the pyramid's picture or its mirror image, in pixels of either, as
+// cv::CascadeClassifier::detectMultiScale finds them; none if the picture is smaller than the
+// window. Faster than pass after pass. `pyramid` may be that of a cascade. Mask generators have no
+// effect here.
+std::vector<std::vector<cv::Rect>> detect_together(ImagePyramid& pyramid,
+                                                   const std::vector<DetectionPass>& passes,
+                                                   const DetectionSettings& settings);
 
 // classifier.load(path), with its answer and its exceptions. If it succeeds and the file's cascade
 // is covered, a FastCascadeClassifier stands behind `classifier` afterwards, otherwise OpenCV's

@@ -1,6 +1,8 @@
 #include "face_pipeline/haar/fast_cascade_classifier.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -274,6 +276,55 @@ TEST(FastCascade, FindsMirroredWhatItFindsInTheMirrorImage) {
   }
   EXPECT_GT(mirrored_at_once, 10);
   EXPECT_GT(hits, 20U);
+}
+
+// So many pictures that the profile cascade, which searches each twice, changes the order of its
+// stages again on the way.
+TEST(FastCascade, FindsInPassesTogetherWhatEachPassFindsAlone) {
+  cv::RNG random(29);
+  const ThreadCount two(2);
+  Classifiers& frontal = classifiers("frontalface_default");
+  Classifiers& profile = classifiers("profileface");
+  std::array<std::size_t, 3> hits{};
+  for (int round = 0; round < 200; ++round) {
+    const cv::Size size(random.uniform(10, 90) * 2, random.uniform(10, 90) * 2);
+    const cv::Mat picture = face_before_clouds(size, random);
+    DetectionSettings settings;
+    settings.min_neighbors = 0;
+    if (!fast_cascade(profile.fast[0])->can_mirror(size, settings)) continue;
+    const std::array<Boxes, 3> expected = {
+        detected_on_threads(1, frontal.original, picture, settings),
+        detected_on_threads(1, profile.original, picture, settings),
+        detected_on_threads(1, profile.original, mirror_image(picture), settings)};
+    FastCascadeClassifier* const faces = fast_cascade(frontal.fast.back());
+    FastCascadeClassifier* const sides = fast_cascade(profile.fast.back());
+    faces->pyramid().set_picture(picture);
+    const std::vector<Boxes> boxes = detect_together(
+        faces->pyramid(),
+        {{faces, Facing::kAsIs}, {sides, Facing::kAsIs}, {sides, Facing::kMirrored}}, settings);
+    ASSERT_EQ(boxes.size(), expected.size());
+    for (std::size_t pass = 0; pass < expected.size(); ++pass) {
+      EXPECT_EQ(boxes[pass], expected[pass]) << "pass " << pass << ' ' << size << settings;
+      hits[pass] += expected[pass].size();
+    }
+  }
+  for (const std::size_t found : hits) EXPECT_GT(found, 10U);
+}
+
+// The picture has room for the profile cascade's window alone.
+TEST(FastCascade, FindsNothingTogetherWhereAPassHasNoRoom) {
+  cv::Mat picture;
+  cv::resize(portrait(), picture, {22, 22});
+  FastCascadeClassifier* const faces = fast_cascade(classifiers("frontalface_default").fast[0]);
+  FastCascadeClassifier* const sides = fast_cascade(classifiers("profileface").fast[0]);
+  ImagePyramid pyramid;
+  pyramid.set_picture(picture);
+  const std::vector<Boxes> boxes =
+      detect_together(pyramid, {{faces, Facing::kAsIs}, {sides, Facing::kAsIs}}, {});
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_TRUE(boxes[0].empty());
+  EXPECT_EQ(boxes[1], detected(classifiers("profileface").original, picture, {}));
+  EXPECT_TRUE(detect_together(pyramid, {}, {}).empty());
 }
 
 // The picture changes between two calls, but not its place in memory.
