@@ -4,21 +4,17 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
-#include <limits>
 #include <map>
-#include <utility>
+
+#include "face_pipeline/haar/entry_offsets.hpp"
+#include "face_pipeline/haar/feature_shape.hpp"
+#include "face_pipeline/haar/quick_plan.hpp"
 
 namespace halcyra::haar {
 namespace {
 
-using Corner = std::pair<int, int>;  // x, y
-using CornerWeights = std::map<Corner, int>;
-using Corners = std::vector<Corner>;
-
-constexpr int kBrightest = 255;
-
 // No window's pixels have a larger standard deviation.
-constexpr double kLargestDeviation = kBrightest / 2.0;
+constexpr double kLargestDeviation = 127.5;
 
 // Larger patches would not stay in the cache.
 constexpr std::size_t kLargestPatch = 2048;
@@ -26,165 +22,9 @@ constexpr std::size_t kLargestPatch = 2048;
 // Whole votes add up to less than this in magnitude.
 constexpr double kLargestVoteSum = 1073741824.0;
 
-// Which entry of a plane the first window of a row reads for a corner in window pixels.
-class EntryOffsets {
- public:
-  EntryOffsets(const PlaneLayout& layout, const WindowColumns& columns)
-      : layout_(layout), columns_(columns) {}
-
-  std::int32_t operator()(const Corner& corner) const {
-    const int row = corner.second * layout_.pitch;
-    if (columns_.step == 1) return row + corner.first;
-    const int column = columns_.first + corner.first;
-    return row + column % 2 * layout_.odd_start + column / 2;
-  }
-
- private:
-  PlaneLayout layout_;
-  WindowColumns columns_;
-};
-
-std::array<Corner, 4> corners_of(const cv::Rect& area) {
-  const int right = area.x + area.width;
-  const int bottom = area.y + area.height;
-  return {Corner{area.x, area.y}, Corner{right, area.y}, Corner{area.x, bottom},
-          Corner{right, bottom}};
-}
-
 // The part of a window whose contrast is measured.
 cv::Rect inner_window(const cv::Size& window) {
   return {1, 1, window.width - 2, window.height - 2};
-}
-
-// Without the corners whose weights cancel out.
-CornerWeights corner_weights(const RectFeature& feature) {
-  constexpr std::array<int, 4> kSigns = {1, -1, -1, 1};
-  CornerWeights weights;
-  for (const WeightedRect& rect : feature) {
-    const std::array<Corner, 4> corners = corners_of(rect.area);
-    for (std::size_t i = 0; i < corners.size(); ++i) weights[corners[i]] += kSigns[i] * rect.weight;
-  }
-  for (auto it = weights.begin(); it != weights.end();) {
-    it = it->second == 0 ? weights.erase(it) : std::next(it);
-  }
-  return weights;
-}
-
-// Two corners of a feature on one of its lines, and the weight of their difference.
-struct CornerPair {
-  Corner from;
-  Corner to;
-  int weight = 0;  // of `to` minus `from`
-};
-
-// The pairs of corners on vertical or horizontal lines, in the lines' order. None if the corners do
-// not form such pairs, all from and to the same coordinates.
-std::vector<CornerPair> corner_pairs(const CornerWeights& weights, bool vertical) {
-  CornerWeights by_line;
-  for (const auto& [corner, weight] : weights) {
-    by_line[vertical ? corner : Corner(corner.second, corner.first)] = weight;
-  }
-  std::vector<CornerPair> pairs;
-  for (auto it = by_line.begin(); it != by_line.end(); ++it) {
-    const auto [from, from_weight] = *it;
-    if (++it == by_line.end()) return {};
-    const auto [to, weight] = *it;
-    if (to.first != from.first || weight != -from_weight) return {};
-    if (!pairs.empty() &&
-        (from.second != pairs[0].from.second || to.second != pairs[0].to.second)) {
-      return {};
-    }
-    pairs.push_back({from, to, weight});
-  }
-  if (vertical) return pairs;
-  for (CornerPair& pair : pairs) {
-    std::swap(pair.from.first, pair.from.second);
-    std::swap(pair.to.first, pair.to.second);
-  }
-  return pairs;
-}
-
-// The largest of the rectangles between neighbouring lines, in pixels.
-int largest_area(const std::vector<CornerPair>& pairs) {
-  int largest = 0;
-  for (std::size_t i = 1; i < pairs.size(); ++i) {
-    const int width = pairs[i].to.first - pairs[i - 1].from.first;
-    const int height = pairs[i].to.second - pairs[i - 1].from.second;
-    largest = std::max(largest, std::abs(width * height));
-  }
-  return largest;
-}
-
-struct ShapedFeature {
-  FeatureShape shape = kAnyShape;
-  Corners corners;  // in the shape's order; none for kAnyShape
-};
-
-// The largest rectangle whose sum fits into 16 bits without a sign, and the largest two whose
-// difference fits with a sign.
-constexpr int kLargestPart = 65535 / kBrightest;
-constexpr int kLargestSignedPart = 32767 / kBrightest;
-
-// kHalves is for a rectangle minus its neighbour: weights 1, -2, 1 or the negative of these.
-// kThirds is for twice a rectangle minus its neighbours on both sides.
-ShapedFeature shape_of_lines(const std::vector<CornerPair>& pairs) {
-  if (pairs.empty() || std::abs(pairs[0].weight) != 1) return {};
-  const int sign = pairs[0].weight;
-  const auto weights_are = [&](const std::vector<int>& weights) {
-    return std::equal(
-        weights.begin(), weights.end(), pairs.begin(), pairs.end(),
-        [sign](int weight, const CornerPair& pair) { return pair.weight == sign * weight; });
-  };
-  ShapedFeature shaped;
-  const auto add = [&shaped](const CornerPair& pair, bool forward) {
-    shaped.corners.push_back(forward ? pair.to : pair.from);
-    shaped.corners.push_back(forward ? pair.from : pair.to);
-  };
-  if (weights_are({1, -2, 1}) && largest_area(pairs) <= kLargestPart) {
-    shaped.shape = kHalves;
-    for (int i = 0; i < 3; ++i) {
-      add(pairs[static_cast<std::size_t>(sign > 0 ? 2 - i : i)], sign > 0);
-    }
-  } else if (weights_are({1, -3, 3, -1}) && largest_area(pairs) <= kLargestSignedPart) {
-    shaped.shape = kThirds;
-    for (const CornerPair& pair : pairs) add(pair, sign > 0);
-  }
-  return shaped;
-}
-
-// Four rectangles that meet in a corner: the two on one diagonal minus the others.
-ShapedFeature shape_of_checks(const CornerWeights& weights) {
-  constexpr std::array<int, 9> kWeights = {1, -2, 1, -2, 4, -2, 1, -2, 1};
-  if (weights.size() != kWeights.size()) return {};
-  ShapedFeature shaped;
-  const int sign = weights.begin()->second;
-  std::size_t place = 0;
-  for (const auto& [corner, weight] : weights) {
-    if (std::abs(sign) != 1 || weight != sign * kWeights[place++]) return {};
-    shaped.corners.push_back(corner);
-  }
-  const auto on_grid = [&corners = shaped.corners](std::size_t i) {
-    return corners[i].first == corners[i / 3 * 3].first &&
-           corners[i].second == corners[i % 3].second;
-  };
-  for (std::size_t i = 0; i < kWeights.size(); ++i) {
-    if (!on_grid(i)) return {};
-  }
-  const Corners& c = shaped.corners;
-  const int width = std::max(c[3].first - c[0].first, c[6].first - c[3].first);
-  const int height = std::max(c[1].second - c[0].second, c[2].second - c[1].second);
-  if (width * height > kLargestSignedPart) return {};
-  shaped.shape = sign > 0 ? kChecks : kInverseChecks;
-  return shaped;
-}
-
-ShapedFeature shape_of(const RectFeature& feature) {
-  const CornerWeights weights = corner_weights(feature);
-  for (const bool vertical : {true, false}) {
-    ShapedFeature shaped = shape_of_lines(corner_pairs(weights, vertical));
-    if (shaped.shape != kAnyShape) return shaped;
-  }
-  return shape_of_checks(weights);
 }
 
 AnyFeature with_offsets(const RectFeature& feature, const EntryOffsets& offset) {
@@ -242,7 +82,11 @@ void set_early_limits(PlannedStage& planned, const PlannedStump* first, const Pl
 class ScanPlanner {
  public:
   ScanPlanner(const StumpCascade& cascade, const EntryOffsets& offset, ScanPlan& plan)
-      : cascade_(cascade), offset_(offset), plan_(plan) {
+      : offset_(offset),
+        deviations_(deviations_of(inner_window(cascade.window).size())),
+        largest_deviation_(inner_window(cascade.window).area() * kLargestDeviation),
+        plan_(plan) {
+    plan.deviation_unit = static_cast<float>(deviations_.unit);
     for (const RectFeature& feature : cascade.features) {
       plan.features.push_back(with_offsets(feature, offset));
       shaped_.push_back(shape_of(feature));
@@ -261,10 +105,11 @@ class ScanPlanner {
       planned.ends[shape] = static_cast<std::int32_t>(plan_.stumps.size());
     }
     set_limits(planned, stage, unit);
-    planned.fewest_windows = 1;
     set_early_limits(planned, plan_.stumps.data() + planned.ends[kInverseChecks],
                      plan_.stumps.data() + planned.ends[kAnyShape]);
     plan_.stages.push_back(planned);
+    const bool first = plan_.quick_stages.empty();
+    add_quick_stage(first ? CascadeStage() : stage, shaped_, deviations_, offset_, plan_);
   }
 
  private:
@@ -285,12 +130,10 @@ class ScanPlanner {
     }
   }
 
-  // A normalised value of 32767 or -32768 is far beyond most thresholds. Others need the whole
-  // value.
+  // A value that is cut to 16 bits is far beyond most thresholds. Others need the whole value.
   FeatureShape shape_for(const Stump& stump) const {
     constexpr double kCut = 32700.0;
-    const double cut = kCut / (inner_window(cascade_.window).area() * kLargestDeviation);
-    const bool within = std::abs(static_cast<double>(stump.threshold)) < cut;
+    const bool within = std::abs(static_cast<double>(stump.threshold)) * largest_deviation_ < kCut;
     return within ? shaped_[static_cast<std::size_t>(stump.feature)].shape : kAnyShape;
   }
 
@@ -303,24 +146,25 @@ class ScanPlanner {
     std::transform(corners.begin(), corners.end(), std::begin(planned.offsets), offset_);
   }
 
-  const StumpCascade& cascade_;
   const EntryOffsets& offset_;
+  Deviations deviations_;
+  double largest_deviation_;  // of all windows, as the inverse of the norm
   ScanPlan& plan_;
   std::vector<ShapedFeature> shaped_;
 };
 
 // ---- Packed windows.
 
-constexpr std::array<int, kShapeCount> kCornerCounts = {6, 8, 9, 9, 0};
+constexpr std::array<int, kAnyShape> kCornerCounts = {6, 8, 9, 9};
 
 // Calls `visit` with each offset of the stages after the first. Stumps of kAnyShape read no
 // patches.
-template <class Visit>
-void for_packed_offsets(const ScanPlan& plan, std::vector<PlannedStump>& stumps, Visit visit) {
-  for (std::size_t stage = 1; stage < plan.stages.size(); ++stage) {
-    std::int32_t stump = plan.stages[stage].first;
-    for (std::size_t shape = 0; shape < kShapeCount; ++shape) {
-      for (; stump < plan.stages[stage].ends[shape]; ++stump) {
+template <class Stage, class Stump, class Visit>
+void for_packed_offsets(const std::vector<Stage>& stages, std::vector<Stump>& stumps, Visit visit) {
+  for (std::size_t stage = 1; stage < stages.size(); ++stage) {
+    std::int32_t stump = stages[stage].first;
+    for (std::size_t shape = 0; shape < kCornerCounts.size(); ++shape) {
+      for (; stump < stages[stage].ends[shape]; ++stump) {
         for (int i = 0; i < kCornerCounts[shape]; ++i) {
           visit(stumps[static_cast<std::size_t>(stump)].offsets[i]);
         }
@@ -343,8 +187,9 @@ std::int32_t fewest_windows(int stumps, const PackingCost& packing, std::size_t 
 // batch.
 void pack(const PackingCost& packing, ScanPlan& plan) {
   std::map<std::int32_t, std::int32_t> packed;  // offsets in a batch, by offset in the plane
-  plan.packed_stumps = plan.stumps;
-  for_packed_offsets(plan, plan.packed_stumps, [&packed](std::int32_t& offset) { packed[offset]; });
+  const auto note = [&packed](std::int32_t& offset) { packed[offset]; };
+  for_packed_offsets(plan.quick_stages, plan.quick_stumps, note);
+  for_packed_offsets(plan.stages, plan.stumps, note);
   for (auto& [offset, place] : packed) {
     if (plan.blocks.empty() || offset >= plan.blocks.back().offset + kEight) {
       plan.blocks.push_back({offset});
@@ -352,10 +197,13 @@ void pack(const PackingCost& packing, ScanPlan& plan) {
     const auto block = static_cast<std::int32_t>(plan.blocks.size()) - 1;
     place = (block * kEight + offset - plan.blocks.back().offset) * packing.group;
   }
-  for_packed_offsets(plan, plan.packed_stumps,
-                     [&packed](std::int32_t& offset) { offset = packed[offset]; });
-  for (PlannedStage& stage : plan.stages) {
-    stage.fewest_windows = fewest_windows(stage.exact_count, packing, plan.blocks.size());
+  const auto to_batch = [&packed](std::int32_t& offset) { offset = packed[offset]; };
+  plan.packed_quick_stumps = plan.quick_stumps;
+  for_packed_offsets(plan.quick_stages, plan.packed_quick_stumps, to_batch);
+  for_packed_offsets(plan.stages, plan.stumps, to_batch);
+  for (std::size_t i = 0; i < plan.stages.size(); ++i) {
+    plan.quick_stages[i].fewest_windows =
+        fewest_windows(plan.stages[i].exact_count, packing, plan.blocks.size());
   }
 }
 
@@ -375,7 +223,10 @@ PlanView ScanPlan::view() const {
   view.stages = stages.data();
   view.stage_count = static_cast<std::int32_t>(stages.size());
   view.stumps = stumps.data();
-  view.packed_stumps = packed_stumps.data();
+  view.quick_stages = quick_stages.data();
+  view.quick_stumps = quick_stumps.data();
+  view.packed_quick_stumps = packed_quick_stumps.data();
+  view.quick_any = quick_any.data();
   view.blocks = blocks.data();
   view.block_count = static_cast<std::int32_t>(blocks.size());
   view.features = features.data();
@@ -383,6 +234,7 @@ PlanView ScanPlan::view() const {
   std::copy(norm_corners.begin(), norm_corners.end(), std::begin(view.norm_corners));
   view.norm_area = norm_area;
   view.largest_norm = largest_norm;
+  view.deviation_unit = deviation_unit;
   return view;
 }
 

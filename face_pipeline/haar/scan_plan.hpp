@@ -14,13 +14,17 @@ namespace halcyra::haar {
 struct ScanPlan {
   std::vector<PlannedStage> stages;
   std::vector<PlannedStump> stumps;
-  std::vector<PlannedStump> packed_stumps;
+  std::vector<QuickStage> quick_stages;
+  std::vector<QuickStump> quick_stumps;
+  std::vector<QuickStump> packed_quick_stumps;
+  std::vector<QuickAnyStump> quick_any;
   std::vector<PatchBlock> blocks;
   std::vector<AnyFeature> features;
   std::vector<ExactStump> exact;
   std::array<std::int32_t, 4> norm_corners{};
   double norm_area = 0.0;
   float largest_norm = 0.0F;
+  float deviation_unit = 0.0F;
 
   PlanView view() const;  // valid until the plan changes or is destroyed
 };

@@ -24,8 +24,9 @@ enum FeatureShape : std::uint8_t {
 // Parts of a value fit into 16 bits whatever the picture; a value that does not is cut to the
 // nearest one that does, which is on the same side of the threshold.
 struct PlannedStump {
-  // In entries, from the entry of the window's upper left corner. For kAnyShape, the first is an
-  // index into PlanView::features.
+  // In entries, from the entry of the window's upper left corner: in the planes for the first
+  // stage, in a batch of patches for the others. For kAnyShape, the first is an index into
+  // PlanView::features.
   std::int32_t offsets[9];
   float threshold;
   std::int32_t gain;  // what a value below the threshold adds to the sum, see PlannedStage
@@ -62,9 +63,46 @@ struct PlannedStage {
   std::int32_t surely_above;  // larger sums reach it
   std::int32_t early_below;   // likewise for the sums without stumps of kAnyShape
   std::int32_t early_above;
-  std::int32_t fewest_windows;  // a vector with fewer windows alive is left for a new batch
   float threshold;
 };
+
+// Most windows miss a stage by far. So each stage after the first begins as a quick test in 16 bits
+// that no window fails which passes the stage. Windows that pass all quick tests are few, and go
+// through the stages as above.
+//
+// A value times the norm is compared with the threshold; here the value itself is compared with the
+// threshold times the window's deviation, which is the inverse of the norm, scaled and rounded to
+// 16 bits. What this can differ has a bound, and where it leaves in doubt on which side of the
+// threshold the value is, the window gets the larger of the stump's votes. The values' signs are
+// chosen so that this is the vote for small values.
+struct QuickStump {
+  std::int32_t offsets[9];  // as above, but in either kind of memory, see PlanView
+  // Each is a number of 16 bits, twice. For the threshold see quick_plan.cpp.
+  std::int32_t threshold;
+  std::int32_t gain;  // what a value that is not above the limit adds to the sum; without a sign
+};
+
+// A stump of kAnyShape.
+struct QuickAnyStump {
+  std::int32_t feature;  // index into PlanView::features
+  float threshold;       // for values divided by the deviation
+  float margin;          // what a value's limit can differ from the true one
+  std::int32_t gain;
+  bool gains_below;  // gains below its limit; otherwise from there on
+};
+
+// Sums start at kQuickStart and only grow. They stay within 16 bits with a sign.
+struct QuickStage {
+  std::int32_t ends[kAnyShape];  // in the arrays of quick stumps, as for PlannedStage
+  std::int32_t first;
+  std::int32_t first_any;  // in PlanView::quick_any
+  std::int32_t end_any;
+  std::int32_t limit;           // sums of all stumps that are not above this miss the threshold
+  std::int32_t open_limit;      // likewise for the sums without stumps of kAnyShape
+  std::int32_t fewest_windows;  // a vector with fewer windows alive is left for a new batch
+};
+
+constexpr std::int32_t kQuickStart = -32767;
 
 // Eight entries side by side, some of which a stump reads. The offset of the first is in entries,
 // from the entry of the window's upper left corner.
@@ -76,14 +114,18 @@ struct PlanView {
   const PlannedStage* stages;
   std::int32_t stage_count;
   const PlannedStump* stumps;
-  const PlannedStump* packed_stumps;  // the same, with offsets in a batch of patches
-  const PatchBlock* blocks;           // of a patch
+  const QuickStage* quick_stages;  // that of the first stage is empty
+  const QuickStump* quick_stumps;
+  const QuickStump* packed_quick_stumps;  // the same, with offsets in a batch of patches
+  const QuickAnyStump* quick_any;
+  const PatchBlock* blocks;  // of a patch; none if windows are too large for patches
   std::int32_t block_count;
   const AnyFeature* features;
   const ExactStump* exact;
   std::int32_t norm_corners[4];  // of the part of the window whose contrast is measured: + - - +
   double norm_area;              // of that part, in pixels
   float largest_norm;            // windows with a larger one have too little contrast
+  float deviation_unit;          // a deviation is this divided by the norm
 };
 
 // The planes of a layer, see PyramidLayer.
@@ -104,10 +146,10 @@ struct WindowRows {
   bool from_right;       // OpenCV, in the mirror image, visits the last of these first
 };
 
-// Single windows that passed all stages before the one that they wait for.
+// Single windows that passed the quick tests of all stages before the one that they wait for.
 struct WindowQueue {
   std::int32_t* places;
-  float* norms;
+  std::int16_t* deviations;
   std::int32_t count;
 };
 
@@ -119,13 +161,11 @@ struct PassedWindows {
 
 // Working memory of one scan; what it holds before does not matter.
 struct ScanScratch {
-  // Of one row of windows: the factor that normalises a window's values, divided by 2^16. Padded to
-  // whole groups, and the even windows of a group stand before the odd ones.
-  float* norms;
-  std::uint64_t* alive;     // a bit for each window of a row, padded to whole words
-  std::uint64_t* rejected;  // likewise
-  WindowQueue* queues;      // one for each stage, with room for a group
-  std::uint16_t* patches;   // of one batch, see PackedScan
+  std::int16_t* deviations;  // of one row of windows, padded to whole groups
+  std::uint64_t* alive;      // a bit for each window of a row, padded to whole words
+  std::uint64_t* rejected;   // likewise
+  WindowQueue* queues;       // one for each stage and one more, with room for a group
+  std::uint16_t* patches;    // of one batch, see PackedScan
   PassedWindows* passed;
 };
 

@@ -24,19 +24,19 @@ std::size_t rounded_up(std::int32_t value, std::int32_t unit) {
 ScanScratch ScanMemory::reserve(std::int32_t rows, std::int32_t windows, std::int32_t stages,
                                 std::int32_t blocks) {
   const std::size_t words = rounded_up(windows + kLargestGroup, 64) / 64;
-  const auto stage_count = static_cast<std::size_t>(stages);
-  std::int32_t* const queued_places = grown_to(queued_places_, stage_count * kLargestGroup);
-  float* const queued_norms = grown_to(queued_norms_, stage_count * kLargestGroup);
-  WindowQueue* const queues = grown_to(queues_, stage_count);
-  for (std::size_t i = 0; i < stage_count; ++i) {
-    queues[i] = {queued_places + i * kLargestGroup, queued_norms + i * kLargestGroup, 0};
+  const auto queue_count = static_cast<std::size_t>(stages) + 1;
+  std::int32_t* const places = grown_to(queued_places_, queue_count * kLargestGroup);
+  std::int16_t* const deviations = grown_to(queued_deviations_, queue_count * kLargestGroup);
+  WindowQueue* const queues = grown_to(queues_, queue_count);
+  for (std::size_t i = 0; i < queue_count; ++i) {
+    queues[i] = {places + i * kLargestGroup, deviations + i * kLargestGroup, 0};
   }
   passed_ = {
       grown_to(passed_places_, static_cast<std::size_t>(rows) * static_cast<std::size_t>(windows)),
       0};
   std::uint16_t* const patches =
       grown_to(patches_, static_cast<std::size_t>(blocks) * kEight * kLargestGroup + 32);
-  return {grown_to(norms_, rounded_up(windows, kLargestGroup)),
+  return {grown_to(deviations_, rounded_up(windows, kLargestGroup)),
           grown_to(alive_, words),
           grown_to(rejected_, words),
           queues,

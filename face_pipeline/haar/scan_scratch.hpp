@@ -20,11 +20,11 @@ class ScanMemory {
                       std::int32_t blocks);
 
  private:
-  std::vector<float> norms_;
+  std::vector<std::int16_t> deviations_;
   std::vector<std::uint64_t> alive_;
   std::vector<std::uint64_t> rejected_;
   std::vector<std::int32_t> queued_places_;
-  std::vector<float> queued_norms_;
+  std::vector<std::int16_t> queued_deviations_;
   std::vector<WindowQueue> queues_;
   std::vector<std::uint16_t> patches_;
   std::vector<std::int32_t> passed_places_;

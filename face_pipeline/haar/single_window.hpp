@@ -2,6 +2,7 @@
 // too close to a stage's threshold. A template over the vectors' type, see window_scan_loop.hpp.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
 #include "face_pipeline/haar/scan_records.hpp"
@@ -12,51 +13,79 @@ namespace halcyra::haar {
 template <class Lanes>
 class SingleWindow {
  public:
-  // `place` is the index of the entry at the window's upper left corner; the norm is divided by
-  // kNormScale.
-  SingleWindow(const PlanView& plan, const LayerView& layer, std::int32_t place, float norm)
-      : plan_(plan), sums_(layer.sums + place), norm_(norm * kNormScale) {}
+  // `place` is the index of the entry at the window's upper left corner.
+  SingleWindow(const PlanView& plan, const LayerView& layer, std::int32_t place)
+      : plan_(plan), sums_(layer.sums + place), square_sums_(layer.square_sums + place) {}
 
-  // Given the sum of the votes of all stumps but those of kAnyShape.
-  bool passes(const PlannedStage& stage, std::int32_t sum) const {
-    for (std::int32_t i = stage.ends[kInverseChecks]; i < stage.ends[kAnyShape]; ++i) {
-      const PlannedStump& stump = plan_.stumps[i];
-      if (value_of(plan_.features[stump.offsets[0]]) < stump.threshold) sum += stump.gain;
-    }
-    if (sum > stage.surely_above) return true;
-    return sum >= stage.surely_below && passes_exactly(stage);
+  // The factor that normalises the window's values. Infinite or not a number without contrast.
+  float norm() const {
+    const double sum = rectangle(sums_);
+    const double squares = rectangle(square_sums_);
+    return static_cast<float>(1.0 / std::sqrt(plan_.norm_area * squares - sum * sum));
   }
 
-  // In OpenCV's order and types.
-  bool passes_exactly(const PlannedStage& stage) const {
+  // In OpenCV's order and types, given the norm.
+  bool passes_exactly(const PlannedStage& stage, float norm) const {
     double sum = 0.0;
     for (std::int32_t i = 0; i < stage.exact_count; ++i) {
       const ExactStump& exact = plan_.exact[stage.first_exact + i];
-      const float value = value_of(plan_.features[exact.feature]);
+      const float value = value_of(exact.feature) * norm;
       const float vote = value < exact.threshold ? exact.below : exact.not_below;
       sum += static_cast<double>(vote);
     }
     return !(sum < static_cast<double>(stage.threshold));
   }
 
+  // Given the sum of the votes of all stumps but those of kAnyShape.
+  bool passes(const PlannedStage& stage, std::int32_t sum) const {
+    const float factor = norm();
+    for (std::int32_t i = stage.ends[kInverseChecks]; i < stage.ends[kAnyShape]; ++i) {
+      const PlannedStump& stump = plan_.stumps[i];
+      if (value_of(stump.offsets[0]) * factor < stump.threshold) sum += stump.gain;
+    }
+    if (sum > stage.surely_above) return true;
+    return sum >= stage.surely_below && passes_exactly(stage, factor);
+  }
+
+  // Likewise for a quick test; see QuickAnyStump for the margin.
+  bool may_pass(const QuickStage& stage, std::int32_t sum, std::int32_t deviation) const {
+    for (std::int32_t i = stage.first_any; i < stage.end_any; ++i) {
+      const QuickAnyStump& stump = plan_.quick_any[i];
+      const float value = value_of(stump.feature);
+      const float limit = stump.threshold * static_cast<float>(deviation);
+      const bool counts =
+          stump.gains_below ? value < limit + stump.margin : !(value < limit - stump.margin);
+      if (counts) sum += stump.gain;
+    }
+    return sum > stage.limit;
+  }
+
  private:
+  // Unsigned on the way, as sums of squares wrap around.
+  std::int32_t rectangle(const std::int32_t* entries) const {
+    const std::int32_t* o = plan_.norm_corners;
+    const auto entry = [&](int i) { return static_cast<std::uint32_t>(entries[o[i]]); };
+    return static_cast<std::int32_t>(entry(0) - entry(1) - entry(2) + entry(3));
+  }
+
+  float value_of(std::int32_t feature) const {
+    const AnyFeature& any = plan_.features[feature];
+    std::uint32_t value = 0;
+    for (int i = 0; i < 3; ++i) {
+      const std::int32_t* o = any.corners[i];
+      value += (entry(o[0]) - entry(o[1]) - entry(o[2]) + entry(o[3])) *
+               static_cast<std::uint32_t>(any.weights[i]);
+    }
+    return static_cast<float>(static_cast<std::int32_t>(value));
+  }
+
   std::uint32_t entry(std::int32_t offset) const {
     return static_cast<std::uint32_t>(sums_[offset]);
   }
 
-  float value_of(const AnyFeature& feature) const {
-    std::uint32_t value = 0;
-    for (int i = 0; i < 3; ++i) {
-      const std::int32_t* o = feature.corners[i];
-      value += (entry(o[0]) - entry(o[1]) - entry(o[2]) + entry(o[3])) *
-               static_cast<std::uint32_t>(feature.weights[i]);
-    }
-    return static_cast<float>(static_cast<std::int32_t>(value)) * norm_;
-  }
-
   const PlanView& plan_;
   const std::int32_t* sums_;
-  float norm_;
+  const std::int32_t* square_sums_;
 };
 
 // Survivors of a stage among the windows alive, given the votes on their group. `single` makes the

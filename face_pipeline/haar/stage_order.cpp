@@ -1,7 +1,6 @@
 #include "face_pipeline/haar/stage_order.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <random>
@@ -24,28 +23,15 @@ struct NoLanes;
 
 using PassedStages = std::vector<bool>;  // of one window, by stage
 
-// Unsigned on the way, as sums of squares wrap around.
-std::int32_t rectangle(const std::int32_t* sums, const std::int32_t* corners) {
-  const auto entry = [&](int i) { return static_cast<std::uint32_t>(sums[corners[i]]); };
-  return static_cast<std::int32_t>(entry(0) - entry(1) - entry(2) + entry(3));
-}
-
-// As the scans measure it, but not to the last bit. Infinite or not a number without contrast.
-float contrast_norm(const SampledRows& rows, std::int32_t place) {
-  const double sum = rectangle(rows.layer.sums + place, rows.plan.norm_corners);
-  const double squares = rectangle(rows.layer.square_sums + place, rows.plan.norm_corners);
-  return static_cast<float>(1.0 / std::sqrt(rows.plan.norm_area * squares - sum * sum));
-}
-
 // Empty if the window has too little contrast or misses the first stage.
 PassedStages passed_stages(const SampledRows& rows, std::int32_t place) {
-  const float norm = contrast_norm(rows, place);
+  const SingleWindow<NoLanes> window(rows.plan, rows.layer, place);
+  const float norm = window.norm();
   if (!(norm <= rows.plan.largest_norm)) return {};
-  const SingleWindow<NoLanes> window(rows.plan, rows.layer, place, norm / kNormScale);
-  if (!window.passes_exactly(rows.plan.stages[0])) return {};
+  if (!window.passes_exactly(rows.plan.stages[0], norm)) return {};
   PassedStages passed;
   for (std::int32_t stage = 0; stage < rows.plan.stage_count; ++stage) {
-    passed.push_back(window.passes_exactly(rows.plan.stages[stage]));
+    passed.push_back(window.passes_exactly(rows.plan.stages[stage], norm));
   }
   return passed;
 }

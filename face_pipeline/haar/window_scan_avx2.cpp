@@ -51,12 +51,15 @@ struct Shorts {
   static Shorts all(std::int32_t value) {
     return {_mm256_set1_epi16(static_cast<std::int16_t>(value))};
   }
+  static Shorts all_pairs(std::int32_t pair) { return {_mm256_set1_epi32(pair)}; }
   static Shorts load(const void* from) {
     return {_mm256_loadu_si256(static_cast<const __m256i*>(from))};
   }
+  static Shorts load_in_parts(const void* from) { return load(from); }
   static Shorts load_aligned(const void* from) {
     return {_mm256_load_si256(static_cast<const __m256i*>(from))};
   }
+  void store(void* to) const { _mm256_storeu_si256(static_cast<__m256i*>(to), v); }
   // Times 2^16, which saves shifting the values down; the norms make up for it.
   Floats even_floats() const { return {_mm256_cvtepi32_ps(_mm256_slli_epi32(v, 16))}; }
   Floats odd_floats() const {
@@ -65,6 +68,15 @@ struct Shorts {
   // Saturating.
   Shorts plus(Shorts other) const { return {_mm256_adds_epi16(v, other.v)}; }
   Shorts minus(Shorts other) const { return {_mm256_subs_epi16(v, other.v)}; }
+  // Divided by 2^16, rounded down.
+  Shorts times(Shorts factor) const { return {_mm256_mulhi_epi16(v, factor.v)}; }
+  void add_where_at_most(Shorts value, Shorts limit, Shorts gain) {
+    v = _mm256_add_epi16(v, _mm256_andnot_si256(_mm256_cmpgt_epi16(value.v, limit.v), gain.v));
+  }
+  std::uint32_t above(std::int32_t limit) const {
+    const __m256i bytes = _mm256_cmpgt_epi16(v, all(limit).v);
+    return _pext_u32(static_cast<std::uint32_t>(_mm256_movemask_epi8(bytes)), 0x55555555U);
+  }
   friend Shorts operator+(Shorts a, Shorts b) { return {_mm256_add_epi16(a.v, b.v)}; }
   friend Shorts operator-(Shorts a, Shorts b) { return {_mm256_sub_epi16(a.v, b.v)}; }
 };
@@ -116,6 +128,12 @@ struct Avx2Lanes {
     const __m128 high = half_norm(_mm256_extracti128_si256(sum.v, 1),
                                   _mm256_extracti128_si256(square_sum.v, 1), area);
     return {_mm256_set_m128(high, low)};
+  }
+  static Shorts deviations(Floats first, Floats second, float unit) {
+    const __m256 units = _mm256_set1_ps(unit);
+    const __m256i mixed = _mm256_packs_epi32(_mm256_cvtps_epi32(_mm256_div_ps(units, first.v)),
+                                             _mm256_cvtps_epi32(_mm256_div_ps(units, second.v)));
+    return {_mm256_permute4x64_epi64(mixed, 0xD8)};
   }
 };
 

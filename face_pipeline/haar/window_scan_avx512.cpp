@@ -46,8 +46,18 @@ struct Shorts {
   static Shorts all(std::int32_t value) {
     return {_mm512_set1_epi16(static_cast<std::int16_t>(value))};
   }
-  static Shorts load(const std::uint16_t* from) { return {_mm512_loadu_si512(from)}; }
-  static Shorts load_aligned(const std::uint16_t* from) { return {_mm512_load_si512(from)}; }
+  static Shorts all_pairs(std::int32_t pair) { return {_mm512_set1_epi32(pair)}; }
+  static Shorts load(const void* from) { return {_mm512_loadu_si512(from)}; }
+  // A whole vector that is not aligned always crosses a line of the cache, a half only half of the
+  // times.
+  static Shorts load_in_parts(const std::uint16_t* from) {
+    const auto half = [](const void* part) {
+      return _mm256_loadu_si256(static_cast<const __m256i*>(part));
+    };
+    return {_mm512_inserti64x4(_mm512_castsi256_si512(half(from)), half(from + 16), 1)};
+  }
+  static Shorts load_aligned(const void* from) { return {_mm512_load_si512(from)}; }
+  void store(void* to) const { _mm512_storeu_si512(to, v); }
   // Times 2^16, which saves shifting the values down; the norms make up for it.
   Floats even_floats() const { return {_mm512_cvtepi32_ps(_mm512_slli_epi32(v, 16))}; }
   Floats odd_floats() const {
@@ -56,6 +66,12 @@ struct Shorts {
   // Saturating.
   Shorts plus(Shorts other) const { return {_mm512_adds_epi16(v, other.v)}; }
   Shorts minus(Shorts other) const { return {_mm512_subs_epi16(v, other.v)}; }
+  // Divided by 2^16, rounded down.
+  Shorts times(Shorts factor) const { return {_mm512_mulhi_epi16(v, factor.v)}; }
+  void add_where_at_most(Shorts value, Shorts limit, Shorts gain) {
+    v = _mm512_mask_add_epi16(v, _mm512_cmple_epi16_mask(value.v, limit.v), v, gain.v);
+  }
+  std::uint32_t above(std::int32_t limit) const { return _mm512_cmpgt_epi16_mask(v, all(limit).v); }
   friend Shorts operator+(Shorts a, Shorts b) { return {_mm512_add_epi16(a.v, b.v)}; }
   friend Shorts operator-(Shorts a, Shorts b) { return {_mm512_sub_epi16(a.v, b.v)}; }
 };
@@ -109,6 +125,13 @@ struct Avx512Lanes {
     const __m256 high = half_norm(_mm512_extracti64x4_epi64(sum.v, 1),
                                   _mm512_extracti64x4_epi64(square_sum.v, 1), area);
     return {_mm512_insertf32x8(_mm512_castps256_ps512(low), high, 1)};
+  }
+  static Shorts deviations(Floats first, Floats second, float unit) {
+    const __m512 units = _mm512_set1_ps(unit);
+    const auto narrow = [units](Floats norms) {
+      return _mm512_cvtepi32_epi16(_mm512_cvtps_epi32(_mm512_div_ps(units, norms.v)));
+    };
+    return {_mm512_inserti64x4(_mm512_castsi256_si512(narrow(first)), narrow(second), 1)};
   }
 };
 

@@ -13,6 +13,7 @@ namespace {
 
 // Vectors of 16 bytes, which g++ and clang know on every processor.
 using EightShorts = std::uint16_t __attribute__((vector_size(16)));
+using EightSigned = std::int16_t __attribute__((vector_size(16)));
 using FourInts = std::int32_t __attribute__((vector_size(16)));
 using FourUnsigned = std::uint32_t __attribute__((vector_size(16)));
 using FourFloats = float __attribute__((vector_size(16)));
@@ -70,10 +71,15 @@ struct Shorts {
     const auto v = static_cast<std::uint16_t>(value);
     return {EightShorts{v, v, v, v, v, v, v, v}};
   }
-  static Shorts load(const std::uint16_t* from) { return {loaded<EightShorts>(from)}; }
-  static Shorts load_aligned(const std::uint16_t* from) {
-    return load(static_cast<const std::uint16_t*>(__builtin_assume_aligned(from, 16)));
+  static Shorts all_pairs(std::int32_t pair) {
+    return {reinterpret_cast<EightShorts>(Ints::all(pair).v)};
   }
+  static Shorts load(const void* from) { return {loaded<EightShorts>(from)}; }
+  static Shorts load_in_parts(const void* from) { return load(from); }
+  static Shorts load_aligned(const std::uint16_t* from) {
+    return load(__builtin_assume_aligned(from, 16));
+  }
+  void store(void* to) const { std::memcpy(to, &v, sizeof(v)); }
   // Times 2^16, which saves shifting the values down; the norms make up for it.
 #if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
   Floats even_floats() const { return words().low_half_floats(); }
@@ -90,6 +96,14 @@ struct Shorts {
   Shorts minus(Shorts other) const {
     return {reinterpret_cast<EightShorts>(_mm_subs_epi16(as_m128i(), other.as_m128i()))};
   }
+  // Divided by 2^16, rounded down.
+  Shorts times(Shorts factor) const {
+    return {reinterpret_cast<EightShorts>(_mm_mulhi_epi16(as_m128i(), factor.as_m128i()))};
+  }
+  std::uint32_t above(std::int32_t limit) const {
+    const __m128i mask = _mm_cmpgt_epi16(as_m128i(), all(limit).as_m128i());
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_packs_epi16(mask, __m128i{})));
+  }
 #else
   Shorts plus(Shorts other) const {
     const EightShorts sum = v + other.v;
@@ -99,7 +113,23 @@ struct Shorts {
     const EightShorts difference = v - other.v;
     return saturated(difference, (v ^ other.v) & (v ^ difference));
   }
+  Shorts times(Shorts factor) const {
+    using EightInts = std::int32_t __attribute__((vector_size(32)));
+    const EightInts product = __builtin_convertvector(as_signed(), EightInts) *
+                              __builtin_convertvector(factor.as_signed(), EightInts);
+    return {__builtin_convertvector(product >> 16, EightShorts)};
+  }
+  std::uint32_t above(std::int32_t limit) const {
+    const EightShorts mask = reinterpret_cast<EightShorts>(as_signed() > all(limit).as_signed());
+    const EightShorts bits = mask & EightShorts{1, 2, 4, 8, 16, 32, 64, 128};
+    std::uint32_t all_bits = 0;
+    for (int i = 0; i < 8; ++i) all_bits |= bits[i];
+    return all_bits;
+  }
 #endif
+  void add_where_at_most(Shorts value, Shorts limit, Shorts gain) {
+    v += reinterpret_cast<EightShorts>(value.as_signed() <= limit.as_signed()) & gain.v;
+  }
   friend Shorts operator+(Shorts a, Shorts b) { return {a.v + b.v}; }
   friend Shorts operator-(Shorts a, Shorts b) { return {a.v - b.v}; }
 
@@ -115,6 +145,7 @@ struct Shorts {
     return {(result & ~wrong) | (limit & wrong)};
   }
 #endif
+  EightSigned as_signed() const { return reinterpret_cast<EightSigned>(v); }
   Ints words() const { return {reinterpret_cast<FourUnsigned>(v)}; }
   Floats upper_half_floats() const { return Ints{words().v & 0xFFFF0000U}.floats(); }
 };
@@ -174,6 +205,21 @@ struct BaselineLanes {
     const TwoDoubles low = norms(low_half(sums), low_half(squares), area);
     const TwoDoubles high = norms(high_half(sums), high_half(squares), area);
     return {__builtin_convertvector(__builtin_shufflevector(low, high, 0, 1, 2, 3), FourFloats)};
+  }
+  // Rounded to the nearest, as no deviation is negative.
+  static Shorts deviations(Floats first, Floats second, float unit) {
+    const auto whole = [unit](Floats norms) {
+      return __builtin_convertvector(Floats::all(unit).v / norms.v + Floats::all(0.5F).v, FourInts);
+    };
+#ifdef __SSE2__
+    return {reinterpret_cast<EightShorts>(_mm_packs_epi32(
+        reinterpret_cast<__m128i>(whole(first)), reinterpret_cast<__m128i>(whole(second))))};
+#else
+    const FourInts a = whole(first);
+    const FourInts b = whole(second);
+    return {__builtin_convertvector(__builtin_shufflevector(a, b, 0, 1, 2, 3, 4, 5, 6, 7),
+                                    EightShorts)};
+#endif
   }
   static TwoDoubles low_half(FourInts v) {
     return __builtin_convertvector(__builtin_shufflevector(v, v, 0, 1), TwoDoubles);

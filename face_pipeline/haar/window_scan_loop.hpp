@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "face_pipeline/haar/packed_scan.hpp"
+#include "face_pipeline/haar/quick_votes.hpp"
 #include "face_pipeline/haar/scan_records.hpp"
 #include "face_pipeline/haar/single_window.hpp"
 #include "face_pipeline/haar/stage_votes.hpp"
@@ -49,39 +50,43 @@ class WindowScanLoop {
     Shorts low(std::int32_t offset) const { return Shorts::load(low_sums + offset); }
   };
 
+  // Likewise, for work that waits for loads rather than for arithmetic.
+  struct AdjacentInParts {
+    const std::uint16_t* low_sums;
+    Shorts low(std::int32_t offset) const { return Shorts::load_in_parts(low_sums + offset); }
+  };
+
   // ---- Stages.
 
-  // Where the norm of a window stands among those of its group.
-  static std::int32_t norm_index(std::int32_t window) { return window / 2 + (window % 2) * kLanes; }
-
-  Bits group_survivors(const PlannedStage& stage, std::int32_t place, const float* norms,
-                       Bits alive) const {
-    StageVotes<Lanes> votes(Floats::load(norms), Floats::load(norms + kLanes));
+  Bits first_stage_survivors(std::int32_t place, const Floats& even_norms, const Floats& odd_norms,
+                             Bits alive) const {
+    const PlannedStage& stage = plan_.stages[0];
+    StageVotes<Lanes> votes(even_norms, odd_norms);
     votes.vote(stage, plan_.stumps, Adjacent{layer_.low_sums + place});
     return stage_survivors(stage, votes, alive, [&](std::int32_t window) {
-      return SingleWindow<Lanes>(plan_, layer_, place + window, norms[norm_index(window)]);
+      return SingleWindow<Lanes>(plan_, layer_, place + window);
     });
   }
 
-  // Stores the norms of a group and returns which windows have enough contrast.
-  Bits measure_contrast(std::int32_t place, float* norms) const {
+  Bits quick_survivors(const QuickStage& stage, std::int32_t place, const Shorts& deviations,
+                       Bits alive) const {
+    QuickVotes<Lanes> votes(deviations);
+    votes.vote(stage, plan_.quick_stumps, AdjacentInParts{layer_.low_sums + place});
+    return votes.survivors(stage, alive, [&](std::int32_t window) {
+      return SingleWindow<Lanes>(plan_, layer_, place + window);
+    });
+  }
+
+  // Of half a group.
+  Floats contrast_norms(std::int32_t place) const {
     const std::int32_t* o = plan_.norm_corners;
-    Floats halves_of_group[2] = {Floats::all(0.0F), Floats::all(0.0F)};
-    for (std::int32_t half = 0; half < 2; ++half) {
-      const std::int32_t* sums = layer_.sums + place + half * kLanes;
-      const std::int32_t* squares = layer_.square_sums + place + half * kLanes;
-      const Ints sum = Ints::load(sums + o[0]) - Ints::load(sums + o[1]) - Ints::load(sums + o[2]) +
-                       Ints::load(sums + o[3]);
-      const Ints square_sum = Ints::load(squares + o[0]) - Ints::load(squares + o[1]) -
-                              Ints::load(squares + o[2]) + Ints::load(squares + o[3]);
-      halves_of_group[half] = Lanes::contrast_norm(sum, square_sum, plan_.norm_area);
-    }
-    Lanes::separate(halves_of_group[0], halves_of_group[1]);
-    const Floats unscale = Floats::all(1.0F / kNormScale);
-    (halves_of_group[0] * unscale).store(norms);
-    (halves_of_group[1] * unscale).store(norms + kLanes);
-    return Lanes::interleave(halves_of_group[0].at_most(plan_.largest_norm),
-                             halves_of_group[1].at_most(plan_.largest_norm));
+    const std::int32_t* sums = layer_.sums + place;
+    const std::int32_t* squares = layer_.square_sums + place;
+    const Ints sum = Ints::load(sums + o[0]) - Ints::load(sums + o[1]) - Ints::load(sums + o[2]) +
+                     Ints::load(sums + o[3]);
+    const Ints square_sum = Ints::load(squares + o[0]) - Ints::load(squares + o[1]) -
+                            Ints::load(squares + o[2]) + Ints::load(squares + o[3]);
+    return Lanes::contrast_norm(sum, square_sum, plan_.norm_area);
   }
 
   // ---- The scan.
@@ -90,7 +95,9 @@ class WindowScanLoop {
     return (rows_.first_row + row * rows_.row_step) * layer_.pitch + group * kGroup;
   }
 
-  float* norms_of(std::int32_t group) const { return scratch_.norms + group * kGroup; }
+  std::int16_t* deviations_of(std::int32_t group) const {
+    return scratch_.deviations + group * kGroup;
+  }
 
   static void put(std::uint64_t* words, std::int32_t group, Bits bits) {
     words[group * kGroup / 64] |= std::uint64_t{bits} << (group * kGroup % 64);
@@ -108,10 +115,17 @@ class WindowScanLoop {
       const std::int32_t left = rows_.windows - group * kGroup;
       const Bits present = left >= kGroup ? kWholeGroup : (Bits{1} << left) - 1;
       const std::int32_t place = place_of(row, group);
-      float* norms = norms_of(group);
-      const Bits tested = present & measure_contrast(place, norms);
+      Floats even_norms = contrast_norms(place);
+      Floats odd_norms = contrast_norms(place + kLanes);
+      Lanes::deviations(even_norms, odd_norms, plan_.deviation_unit).store(deviations_of(group));
+      Lanes::separate(even_norms, odd_norms);
+      // Windows with too little contrast take no part.
+      const Bits tested = present & Lanes::interleave(even_norms.at_most(plan_.largest_norm),
+                                                      odd_norms.at_most(plan_.largest_norm));
       if (tested == 0) continue;
-      const Bits survivors = group_survivors(plan_.stages[0], place, norms, tested);
+      const Floats unscale = Floats::all(1.0F / kNormScale);
+      const Bits survivors =
+          first_stage_survivors(place, even_norms * unscale, odd_norms * unscale, tested);
       put(alive, group, survivors);
       put(rejected, group, tested & ~survivors);
     }
@@ -154,20 +168,20 @@ class WindowScanLoop {
     }
   }
 
-  // Takes a group through stages for as long as enough of it is alive. The other windows are
+  // Takes a group through quick tests for as long as enough of it is alive. The other windows are
   // packed.
   void advance_group(std::int32_t row, std::int32_t group, Bits alive) const {
     const std::int32_t place = place_of(row, group);
-    const float* const norms = norms_of(group);
+    const std::int16_t* const deviations = deviations_of(group);
     std::int32_t stage = 1;
     while (stage < plan_.stage_count &&
-           __builtin_popcount(alive) >= plan_.stages[stage].fewest_windows) {
-      alive = group_survivors(plan_.stages[stage], place, norms, alive);
+           __builtin_popcount(alive) >= plan_.quick_stages[stage].fewest_windows) {
+      alive = quick_survivors(plan_.quick_stages[stage], place, Shorts::load(deviations), alive);
       ++stage;
     }
     for (; alive != 0; alive &= alive - 1) {
       const std::int32_t window = __builtin_ctz(alive);
-      packed_.add(stage, place + window, norms[norm_index(window)]);
+      packed_.add(stage, place + window, deviations[window]);
     }
   }
 

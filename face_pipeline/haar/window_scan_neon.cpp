@@ -89,7 +89,19 @@ struct Shorts {
     const uint16x8_t v = vdupq_n_u16(static_cast<std::uint16_t>(value));
     return {v, v};
   }
+  static Shorts all_pairs(std::int32_t pair) {
+    const uint16x8_t v = vreinterpretq_u16_s32(vdupq_n_s32(pair));
+    return {v, v};
+  }
+  static Shorts load_in_parts(const std::uint16_t* from) { return load(from); }
   static Shorts load_aligned(const std::uint16_t* from) { return load(from); }
+  static Shorts load(const std::int16_t* from) {
+    return {as_unsigned(vld1q_s16(from)), as_unsigned(vld1q_s16(from + 8))};
+  }
+  void store(std::int16_t* to) const {
+    vst1q_s16(to, as_signed(low));
+    vst1q_s16(to + 8, as_signed(high));
+  }
   static Shorts load(const std::uint16_t* from) {
     const uint16x8x2_t both = vld1q_u16_x2(from);
     return {both.val[0], both.val[1]};
@@ -114,6 +126,27 @@ struct Shorts {
   Shorts minus(Shorts other) const {
     return {as_unsigned(vqsubq_s16(as_signed(low), as_signed(other.low))),
             as_unsigned(vqsubq_s16(as_signed(high), as_signed(other.high)))};
+  }
+  // Divided by 2^16, rounded down.
+  Shorts times(Shorts factor) const {
+    return {product(low, factor.low), product(high, factor.high)};
+  }
+  static uint16x8_t product(uint16x8_t a, uint16x8_t b) {
+    return as_unsigned(vshrq_n_s16(vqdmulhq_s16(as_signed(a), as_signed(b)), 1));
+  }
+  void add_where_at_most(Shorts value, Shorts limit, Shorts gain) {
+    const uint16x8_t low_gains = vcleq_s16(as_signed(value.low), as_signed(limit.low));
+    const uint16x8_t high_gains = vcleq_s16(as_signed(value.high), as_signed(limit.high));
+    low = vaddq_u16(low, vandq_u16(low_gains, gain.low));
+    high = vaddq_u16(high, vandq_u16(high_gains, gain.high));
+  }
+  std::uint32_t above(std::int32_t limit) const {
+    constexpr std::uint16_t kBits[] = {1, 2, 4, 8, 16, 32, 64, 128};
+    const int16x8_t limits = vdupq_n_s16(static_cast<std::int16_t>(limit));
+    const uint16x8_t bits = vld1q_u16(kBits);
+    const std::uint32_t low_bits = vaddvq_u16(vandq_u16(vcgtq_s16(as_signed(low), limits), bits));
+    const std::uint32_t high_bits = vaddvq_u16(vandq_u16(vcgtq_s16(as_signed(high), limits), bits));
+    return low_bits | high_bits << 8;
   }
   static int16x8_t as_signed(uint16x8_t v) { return vreinterpretq_s16_u16(v); }
   static uint16x8_t as_unsigned(int16x8_t v) { return vreinterpretq_u16_s16(v); }
@@ -166,6 +199,15 @@ struct NeonLanes {
   }
   static Floats contrast_norm(Ints sum, Ints square_sum, double area) {
     return {four_norms(sum.low, square_sum.low, area), four_norms(sum.high, square_sum.high, area)};
+  }
+  static uint16x8_t narrow(Floats norms, float unit) {
+    const float32x4_t units = vdupq_n_f32(unit);
+    return vreinterpretq_u16_s16(
+        vcombine_s16(vqmovn_s32(vcvtnq_s32_f32(vdivq_f32(units, norms.low))),
+                     vqmovn_s32(vcvtnq_s32_f32(vdivq_f32(units, norms.high)))));
+  }
+  static Shorts deviations(Floats first, Floats second, float unit) {
+    return {narrow(first, unit), narrow(second, unit)};
   }
 };
 
