@@ -12,6 +12,7 @@ namespace halcyra {
 namespace {
 
 constexpr int kOwnerClass = 1;
+
 void count_outcome(const FaceInfo& face, RecognitionState& state, RuntimeStatus& status) {
   if (face.label == "ConfirmedDorran") {
     ++state.cc_confirmed_dorran_predictions;
@@ -64,13 +65,19 @@ std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::
   return stage;
 }
 
-void recognize_owner(FaceInfo& face, const cv::Mat& crop, RecognitionState& state,
-                     RuntimeStatus& status, const Options& options) {
+OwnerMatch match_owner(const cv::Mat& crop, const RecognitionState& state) {
   const cv::Mat probe = make_probe(crop);
-  int predicted_label = -1;
-  state.recognizer->predict(probe, predicted_label, face.confidence);
-  face.stage = nearest_stage(state.samples, probe);
-  face.label = vote_identity(state, predicted_label, face.confidence, options);
+  OwnerMatch match;
+  state.recognizer->predict(probe, match.predicted_label, match.distance);
+  match.stage = nearest_stage(state.samples, probe);
+  return match;
+}
+
+void recognize_owner(FaceInfo& face, const OwnerMatch& match, RecognitionState& state,
+                     RuntimeStatus& status, const Options& options) {
+  face.confidence = match.distance;
+  face.stage = match.stage;
+  face.label = vote_identity(state, match.predicted_label, match.distance, options);
   count_outcome(face, state, status);
 }
 

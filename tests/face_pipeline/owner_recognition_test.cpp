@@ -217,7 +217,7 @@ class OwnerModel : public ::testing::Test {
   FaceInfo recognize(const cv::Mat& crop, const std::string& detector_type = "frontal") {
     FaceInfo face;
     face.detector_type = detector_type;
-    recognize_owner(face, crop, state_, status_, options_);
+    recognize_owner(face, match_owner(crop, state_), state_, status_, options_);
     return face;
   }
 
