@@ -27,7 +27,7 @@ void remember_last(const FaceInfo& face, RecognitionState& state) {
   state.cc_last_stage = face.stage;
 }
 
-// A face, and what came of looking at its pixels. That depends on no other face.
+// A face and what came of looking at its pixels, which depends on no other face.
 struct SeenFace {
   FaceInfo face;
   std::optional<OwnerMatch> match;  // of an accepted face, if there is a model
@@ -63,8 +63,9 @@ void look_at(SeenFace& seen, const cv::Mat& grey, const RecognitionState& state)
   if (is_accepted(seen.face) && !state.recognizer.empty()) seen.match = match_owner(crop, state);
 }
 
-// Looks at several faces side by side. An exception must not leave a thread of OpenCV's, which
-// would replace it by one of its own, and the faces before still count. So it waits in `failure`.
+// Looks at several faces side by side. OpenCV would replace an exception that leaves one of its
+// threads, and the faces before the one that failed must still count. So exceptions wait in
+// `failure`.
 void look_at_all(std::vector<SeenFace>& all, const cv::Mat& grey, const RecognitionState& state) {
   const auto look_at_some = [&](const cv::Range& range) {
     for (int i = range.start; i < range.end; ++i) {
@@ -77,7 +78,7 @@ void look_at_all(std::vector<SeenFace>& all, const cv::Mat& grey, const Recognit
     }
   };
   const cv::Range every(0, static_cast<int>(all.size()));
-  // A single face stays outside of a loop, within which OpenCV would use one thread for it.
+  // A single face needs no loop. Inside one, OpenCV would do all its work on one thread.
   if (every.size() > 1) {
     cv::parallel_for_(every, look_at_some);
   } else {

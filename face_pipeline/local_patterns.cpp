@@ -100,12 +100,15 @@ cv::Mat shares_by_count() {
   return shares;
 }
 
-// Noise of three levels in every area, since where most pixels are equal most patterns depend on
-// rounding, and `range` levels in each.
-cv::Mat test_picture(cv::RNG& random, int range) {
+// Noise of `levels` grey levels on steps from black to white. With few levels most pixels equal
+// their neighbours, and then the patterns depend on rounding.
+cv::Mat test_picture(cv::RNG& random, int levels) {
+  constexpr int kStepRows = 10;
   cv::Mat picture(kPatternPictureSide, kPatternPictureSide, CV_8UC1);
-  random.fill(picture, cv::RNG::UNIFORM, 0, range);
-  for (int row = 0; row < picture.rows; ++row) picture.row(row) += row * 255 / picture.rows;
+  random.fill(picture, cv::RNG::UNIFORM, 0, levels);
+  for (int row = 0; row < picture.rows; row += kStepRows) {
+    picture.rowRange(row, row + kStepRows) += cv::Scalar(1.5 * row);
+  }
   return picture;
 }
 

@@ -103,7 +103,7 @@ TEST(PatternDistance, IsNothingBetweenEqualPictures) {
   EXPECT_EQ(pattern_distance(histogram, histogram), 0.0);
 }
 
-// The histograms of this OpenCV may differ in rounding; then its own recogniser does the work.
+// It need not be true: an OpenCV that rounds otherwise gives other histograms.
 TEST(PatternsMatchOpencv, IsWhatTheHistogramsOfManyPicturesSay) {
   const std::vector<cv::Mat>& pictures = many_pictures();
   const auto model = cv::face::LBPHFaceRecognizer::create(1, 8, 8, 8);
