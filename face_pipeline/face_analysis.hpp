@@ -15,9 +15,11 @@ namespace halcyra {
 struct RuntimeStatus;
 
 // Clamps each detection to the image, measures and judges it and, if there is a model, recognises
-// it, in the order given. Numbers and colours the faces, and updates the tallies and last values of
-// `state`. `grey` is the full-resolution 8-bit one-channel image that the boxes refer to;
-// detections outside it are left out.
+// it. Numbers and colours the faces, and updates the votes, tallies and last values of `state`, in
+// the order given. `grey` is the full-resolution 8-bit one-channel image that the boxes refer to;
+// detections outside it are left out. Several faces are measured and compared with the model on
+// OpenCV's threads. If that fails for a face, its exception is thrown when the faces before it have
+// been dealt with.
 std::vector<FaceInfo> analyze_faces(const std::vector<Detection>& detections, const cv::Mat& grey,
                                     RecognitionState& state, RuntimeStatus& status,
                                     const Options& options);

@@ -1,8 +1,8 @@
 #include "face_pipeline/lbph_model.hpp"
 
-#include <cfloat>
-
 #include <opencv2/imgproc.hpp>
+
+#include "face_pipeline/fast_lbph.hpp"
 
 namespace halcyra {
 namespace {
@@ -11,8 +11,6 @@ const cv::Size kProbeSize(160, 160);
 
 }  // namespace
 
-// Radius 1 with 8 neighbours over an 8 x 8 grid is the classic operator of Ahonen et al., "Face
-// Recognition with Local Binary Patterns" (2004).
 cv::Ptr<cv::face::LBPHFaceRecognizer> train_model(const std::vector<TrainingSample>& samples) {
   std::vector<cv::Mat> images;
   std::vector<int> labels;
@@ -20,7 +18,7 @@ cv::Ptr<cv::face::LBPHFaceRecognizer> train_model(const std::vector<TrainingSamp
     images.push_back(sample.image);
     labels.push_back(sample.label);
   }
-  auto model = cv::face::LBPHFaceRecognizer::create(1, 8, 8, 8, DBL_MAX);
+  const cv::Ptr<cv::face::LBPHFaceRecognizer> model = make_fast_lbph();
   model->train(images, labels);
   return model;
 }

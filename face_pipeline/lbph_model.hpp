@@ -11,8 +11,9 @@
 
 namespace halcyra {
 
-// A model of the samples, in their order, under their labels. Without a threshold of its own it
-// always answers, and the caller judges the distance. OpenCV throws if there is no sample.
+// A model of the samples, in their order, under their labels (see fast_lbph.hpp). It has no
+// threshold of its own, so it always answers, and the caller judges the distance. OpenCV throws if
+// there is no sample.
 cv::Ptr<cv::face::LBPHFaceRecognizer> train_model(const std::vector<TrainingSample>& samples);
 
 // What the model is asked about: the 8-bit grey crop of a face, equalised and scaled to 160 x 160.

@@ -1,5 +1,6 @@
 #include "face_pipeline/owner_recognition.hpp"
 
+#include <cmath>
 #include <numeric>
 #include <vector>
 
@@ -12,6 +13,7 @@ namespace halcyra {
 namespace {
 
 constexpr int kOwnerClass = 1;
+
 void count_outcome(const FaceInfo& face, RecognitionState& state, RuntimeStatus& status) {
   if (face.label == "ConfirmedDorran") {
     ++state.cc_confirmed_dorran_predictions;
@@ -49,12 +51,16 @@ std::string vote_identity(RecognitionState& state, int predicted_label, double d
   return candidate ? "CandidateDorran" : "Unknown";
 }
 
-// The probe is equalised and the samples are not, so the nearest one only hints at the pose.
+// The probe is equalised and the samples are not, so the nearest one only hints at the pose. The
+// score is the norm of the difference over the number of pixels. Its square comes from three dot
+// products, which OpenCV computes ten times as fast as that norm; sums of whole numbers are exact.
 std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::Mat& probe) {
   std::string stage = "unknown";
   double best = 1e100;
+  const double probe_square = probe.dot(probe);
   for (const TrainingSample& sample : samples) {
-    const double distance = cv::norm(sample.image, probe, cv::NORM_L2);
+    const cv::Mat& image = sample.image;
+    const double distance = std::sqrt(image.dot(image) + probe_square - 2.0 * image.dot(probe));
     const double score = distance / static_cast<double>(probe.total());
     if (score < best) {
       best = score;
@@ -64,13 +70,19 @@ std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::
   return stage;
 }
 
-void recognize_owner(FaceInfo& face, const cv::Mat& crop, RecognitionState& state,
-                     RuntimeStatus& status, const Options& options) {
+OwnerMatch match_owner(const cv::Mat& crop, const RecognitionState& state) {
   const cv::Mat probe = make_probe(crop);
-  int predicted_label = -1;
-  state.recognizer->predict(probe, predicted_label, face.confidence);
-  face.stage = nearest_stage(state.samples, probe);
-  face.label = vote_identity(state, predicted_label, face.confidence, options);
+  OwnerMatch match;
+  state.recognizer->predict(probe, match.predicted_label, match.distance);
+  match.stage = nearest_stage(state.samples, probe);
+  return match;
+}
+
+void recognize_owner(FaceInfo& face, const OwnerMatch& match, RecognitionState& state,
+                     RuntimeStatus& status, const Options& options) {
+  face.confidence = match.distance;
+  face.stage = match.stage;
+  face.label = vote_identity(state, match.predicted_label, match.distance, options);
   count_outcome(face, state, status);
 }
 

@@ -30,10 +30,20 @@ std::string vote_identity(RecognitionState& state, int predicted_label, double d
 // "unknown" without samples.
 std::string nearest_stage(const std::vector<TrainingSample>& samples, const cv::Mat& probe);
 
-// Recognises an accepted face from its 8-bit grey crop by the model, which must not be null. Fills
-// `confidence`, `stage` and `label` of `face`, counts the outcome, and logs a confirmed or an
-// unknown face.
-void recognize_owner(FaceInfo& face, const cv::Mat& crop, RecognitionState& state,
+// What the model and the samples say of a face.
+struct OwnerMatch {
+  int predicted_label = -1;  // class; -1 for none
+  double distance = 0.0;     // LBPH distance to the nearest sample, lower is nearer
+  std::string stage;         // of the sample with the nearest pixels
+};
+
+// Compares an accepted face, given as its 8-bit grey crop, with the model, which must not be null.
+// It only reads the state, so several threads may call it at once. Throws what the model throws.
+OwnerMatch match_owner(const cv::Mat& crop, const RecognitionState& state);
+
+// Decides by the match and the votes of the run whose the face is. Fills `confidence`, `stage` and
+// `label` of `face`, counts the outcome, and logs a confirmed or an unknown face.
+void recognize_owner(FaceInfo& face, const OwnerMatch& match, RecognitionState& state,
                      RuntimeStatus& status, const Options& options);
 
 }  // namespace halcyra

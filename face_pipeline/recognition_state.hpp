@@ -17,8 +17,8 @@ struct RecognitionState {
   cv::Ptr<cv::face::LBPHFaceRecognizer> recognizer;  // null when no sample could be loaded
   std::vector<TrainingSample> samples;
   std::deque<int> confirm_history;  // 1 for a vote for the owner, otherwise 0; oldest first
-  int cc_unknown_predictions =
-      0;  // faces that the quality gate rejected, or that were matched as unknown
+  // Faces that the quality gate rejected, or that were matched as unknown.
+  int cc_unknown_predictions = 0;
   int cc_candidate_dorran_predictions = 0;
   int cc_confirmed_dorran_predictions = 0;
   std::string cc_last_label = "Unknown";

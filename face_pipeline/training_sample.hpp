@@ -11,8 +11,8 @@ struct TrainingSample {
   cv::Mat image;     // 8-bit grey, 160 x 160, not equalised
   int label = 1;     // class label; the owner is the only class
   std::string path;  // relative to the samples folder, with '/' between components
-  std::string
-      stage;  // name of the folder that holds the file, "flat" for the samples folder itself
+  // The name of the folder that holds the file, "flat" for the samples folder itself.
+  std::string stage;
 };
 
 }  // namespace halcyra

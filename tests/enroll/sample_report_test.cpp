@@ -122,7 +122,7 @@ class LeaveOneOut : public ::testing::Test {
     RuntimeStatus status;
     train_recognizer(state, options, status);
     FaceInfo face;
-    recognize_owner(face, read_sample(sample.file), state, status, options);
+    recognize_owner(face, match_owner(read_sample(sample.file), state), state, status, options);
     return face;
   }
 

@@ -1,7 +1,9 @@
 #include "face_pipeline/face_analysis.hpp"
 
+#include <algorithm>
 #include <cfloat>
 #include <deque>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -12,6 +14,7 @@
 #include "app/run_state/runtime_status.hpp"
 #include "face_pipeline/person_identity.hpp"
 #include "face_pipeline/quality_gate.hpp"
+#include "tests/face_pipeline/failing_model.hpp"
 #include "tests/support/event_messages.hpp"
 #include "tests/support/same_pixels.hpp"
 
@@ -250,6 +253,138 @@ TEST_F(AnalyzeFacesWithModel, ColoursUnknownFacesByTheirPlace) {
   const Faces faces = analyze({good(0), good(100)});
   EXPECT_EQ(faces[1].color, cv::Scalar(195, 110, 230, 0));
   EXPECT_EQ(faces[1].stage, "front");
+}
+
+// ---- Several faces side by side.
+
+class AnalyzeSeveralFaces : public AnalyzeFacesWithModel {
+ protected:
+  void SetUp() override {
+    AnalyzeFacesWithModel::SetUp();
+    state_.samples.push_back({noise(160, 160), 1, "left/1.png", "left"});
+    state_.samples.push_back({noise(160, 160), 1, "right/1.png", "right"});
+    threads_ = cv::getNumThreads();
+    cv::setNumThreads(4);
+    grey_({320, 200, 80, 100}).setTo(cv::Scalar(10));
+    let_some_be_known();
+  }
+  void TearDown() override { cv::setNumThreads(threads_); }
+
+  // Four accepted faces of all detectors, with a small and a dark one and one outside between them.
+  static std::vector<Detection> mixed() {
+    return {good(0),
+            {{100, 20, 100, 120}, "profile_left"},
+            small(60),
+            {{150, 90, 130, 140}, "profile_right"},
+            {{320, 200, 80, 100}, "frontal"},
+            {{900, 0, 90, 90}, "frontal"},
+            {{200, 10, 120, 110}, "profile_left"}};
+  }
+  // Thresholds between the faces, so that all labels appear and each vote matters.
+  void let_some_be_known() {
+    RecognitionState unused = state_;
+    RuntimeStatus nobody_reads;
+    std::vector<double> distances;
+    for (const FaceInfo& face : analyze_faces(mixed(), grey_, unused, nobody_reads, options_)) {
+      if (face.quality == "accepted") distances.push_back(face.confidence);
+    }
+    std::sort(distances.begin(), distances.end());
+    let_thresholds_be(distances[2], distances[1]);
+    options_.confirm_window = 4;
+    options_.confirm_required = 2;
+  }
+  // A black or white corner, for which a failing model throws.
+  void mark(const Detection& face, int grey_level) {
+    grey_({face.box.x, face.box.y, 20, 20}).setTo(cv::Scalar(grey_level));
+  }
+
+  int threads_ = 0;
+};
+
+void expect_same_state(const RecognitionState& state, const RecognitionState& expected) {
+  EXPECT_EQ(state.confirm_history, expected.confirm_history);
+  EXPECT_EQ(state.cc_unknown_predictions, expected.cc_unknown_predictions);
+  EXPECT_EQ(state.cc_candidate_dorran_predictions, expected.cc_candidate_dorran_predictions);
+  EXPECT_EQ(state.cc_confirmed_dorran_predictions, expected.cc_confirmed_dorran_predictions);
+  EXPECT_EQ(state.cc_last_label, expected.cc_last_label);
+  EXPECT_EQ(state.cc_last_detector_type, expected.cc_last_detector_type);
+  EXPECT_EQ(state.cc_last_face_box, expected.cc_last_face_box);
+  EXPECT_EQ(state.cc_last_confidence, expected.cc_last_confidence);
+  EXPECT_EQ(state.cc_last_quality, expected.cc_last_quality);
+  EXPECT_EQ(state.cc_last_stage, expected.cc_last_stage);
+}
+
+void expect_same_face(const FaceInfo& face, const FaceInfo& expected) {
+  EXPECT_EQ(face.box, expected.box);
+  EXPECT_EQ(face.detector_type, expected.detector_type);
+  EXPECT_EQ(face.label, expected.label);
+  EXPECT_EQ(face.stage, expected.stage);
+  EXPECT_EQ(face.confidence, expected.confidence);
+  EXPECT_EQ(face.sharpness, expected.sharpness);
+  EXPECT_EQ(face.brightness, expected.brightness);
+  EXPECT_EQ(face.contrast, expected.contrast);
+  EXPECT_EQ(face.quality, expected.quality);
+}
+
+TEST_F(AnalyzeSeveralFaces, GivesWhatTheyGiveOneAfterTheOther) {
+  RecognitionState one_by_one = state_;
+  RuntimeStatus status_one_by_one;
+  for (int frame = 0; frame < 20; ++frame) {
+    Faces expected;
+    for (const Detection& detection : mixed()) {
+      const Faces alone =
+          analyze_faces({detection}, grey_, one_by_one, status_one_by_one, options_);
+      expected.insert(expected.end(), alone.begin(), alone.end());
+    }
+    const Faces faces = analyze(mixed());
+    ASSERT_EQ(faces.size(), expected.size());
+    for (std::size_t i = 0; i < faces.size(); ++i) expect_same_face(faces[i], expected[i]);
+    expect_same_state(state_, one_by_one);
+    EXPECT_EQ(event_messages(status_), event_messages(status_one_by_one));
+  }
+  EXPECT_GT(state_.cc_unknown_predictions, 40) << "rejected faces and strangers";
+  EXPECT_GT(state_.cc_candidate_dorran_predictions, 0);
+  EXPECT_GT(state_.cc_confirmed_dorran_predictions, 0);
+}
+
+TEST_F(AnalyzeSeveralFaces, GivesTheSameWithoutAModel) {
+  state_.recognizer = nullptr;
+  RecognitionState one_by_one = state_;
+  for (const Detection& detection : mixed()) {
+    analyze_faces({detection}, grey_, one_by_one, status_, options_);
+  }
+  EXPECT_EQ(analyze(mixed()).size(), 6U);
+  expect_same_state(state_, one_by_one);
+  expect_counts(2, 0, 0);
+  EXPECT_TRUE(status_.events.empty());
+}
+
+TEST_F(AnalyzeSeveralFaces, ThrowsForTheFirstOneThatFailsOnceThoseBeforeItAreDone) {
+  state_.recognizer = cv::makePtr<FailingModel>(state_.recognizer);
+  std::vector<Detection> detections = mixed();
+  mark(detections[3], 255);
+  mark(detections[6], 0);
+  RecognitionState first_three = state_;
+  RuntimeStatus status_of_three;
+  analyze_faces({detections[0], detections[1], detections[2]}, grey_, first_three, status_of_three,
+                options_);
+  std::string thrown;
+  try {
+    analyze(detections);
+  } catch (const std::runtime_error& error) {
+    thrown = error.what();
+  }
+  EXPECT_EQ(thrown, "white");
+  expect_same_state(state_, first_three);
+  EXPECT_EQ(state_.cc_last_face_box, "60,20,79x100");
+  EXPECT_EQ(event_messages(status_), event_messages(status_of_three));
+}
+
+TEST_F(AnalyzeSeveralFaces, DoesNotShowRejectedOnesToTheModel) {
+  state_.recognizer = cv::makePtr<FailingModel>(state_.recognizer);
+  for (const int x : {0, 100, 200}) mark(small(x), 0);
+  EXPECT_EQ(analyze({small(0), small(100), small(200)}).size(), 3U);
+  expect_counts(3, 0, 0);
 }
 
 }  // namespace
