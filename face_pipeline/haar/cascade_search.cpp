@@ -43,12 +43,12 @@ WindowScan* scan_for(InstructionSet instructions) {
 PackingCost packing_cost(InstructionSet instructions) {
   switch (instructions) {
     case InstructionSet::kAvx512:
-      return {32, 0.15};
+      return {32, 0.18};
     case InstructionSet::kAvx2:
     case InstructionSet::kNeon:
-      return {16, 0.2};
+      return {16, 0.26};
     default:
-      return {8, 0.35};
+      return {8, 0.42};
   }
 }
 

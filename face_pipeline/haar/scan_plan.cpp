@@ -177,7 +177,7 @@ void for_packed_offsets(const std::vector<Stage>& stages, std::vector<Stump>& st
 // patches, and their share of a full vector. Half of them fail the stage, or so, and would then not
 // have needed a patch; the others need one soon in either case.
 std::int32_t fewest_windows(int stumps, const PackingCost& packing, std::size_t blocks) {
-  constexpr double kAnyStage = 5.0;  // what a stage costs besides its stumps
+  constexpr double kAnyStage = 4.0;  // what a stage costs besides its stumps
   const double patch = static_cast<double>(blocks) * packing.block;
   const double of_a_vector = static_cast<double>(stumps) / packing.group;
   return static_cast<std::int32_t>(std::ceil((stumps + kAnyStage) / (patch / 2.0 + of_a_vector)));
