@@ -8,6 +8,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/core/utility.hpp>
 
+#include "face_pipeline/haar/cascade_plan.hpp"
 #include "face_pipeline/haar/mirrored_cascade.hpp"
 #include "face_pipeline/haar/stage_order.hpp"
 #include "face_pipeline/haar/window_scan.hpp"
@@ -22,7 +23,7 @@ constexpr int kMostWindows = 16384;
 constexpr int kTasksOfAThread = 16;
 
 // Plans depend on the picture's width. When more than this many are cached, all are made anew.
-constexpr std::size_t kMostPlans = 16;
+constexpr std::size_t kMostPlans = 48;
 
 // The order of the stages is found anew after this many searches, as pictures change.
 constexpr int kSearchesInOrder = 256;
@@ -72,20 +73,20 @@ int windows_of_a_task(double windows_of_all) {
   return static_cast<int>(std::clamp<double>(share, kFewestWindows, kMostWindows));
 }
 
-LayerView view_of(const PyramidLayer& layer, const PlaneLayout& layout) {
-  return {layer.sums.data(), layer.square_sums.data(), layer.low_sums.data(), layout.pitch};
+LayerView view_of(const PyramidLayer& layer) {
+  return {layer.sums.data(), layer.square_sums.data(), layer.low_sums.data(), layer.layout.pitch};
 }
 
 using Place = std::pair<int, int>;  // row, column
 
 // Pixels of the layer or, if windows are visited from the right, of its mirror image.
-std::vector<Place> sorted_places(const PassedWindows& passed, const WindowRows& rows, int step,
-                                 const PlaneLayout& layout) {
+std::vector<Place> sorted_places(const PassedWindows& passed, const WindowRows& rows,
+                                 const PyramidLayer& layer) {
   std::vector<Place> places;
   for (int i = 0; i < passed.count; ++i) {
-    const int window = passed.places[i] % layout.pitch;
-    places.emplace_back(passed.places[i] / layout.pitch,
-                        step * (rows.from_right ? rows.windows - 1 - window : window));
+    const int window = passed.places[i] % layer.layout.pitch;
+    places.emplace_back(passed.places[i] / layer.layout.pitch,
+                        layer.step * (rows.from_right ? rows.windows - 1 - window : window));
   }
   std::sort(places.begin(), places.end());
   return places;
@@ -110,7 +111,15 @@ bool operator==(const WindowColumns& a, const WindowColumns& b) {
 }  // namespace
 
 CascadeSearch::CascadeSearch(StumpCascade cascade, InstructionSet instructions)
-    : cascade_(std::move(cascade)), mirrored_(mirrored(cascade_)), instructions_(instructions) {}
+    : cascade_(std::move(cascade)), instructions_(instructions) {
+  plan_again();
+}
+
+void CascadeSearch::plan_again() {
+  as_is_ = plan_cascade(cascade_);
+  mirrored_ = plan_cascade(mirrored(cascade_));
+  plans_.clear();
+}
 
 const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing,
                                         const WindowColumns& columns) {
@@ -119,14 +128,15 @@ const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing
       return cached->plan;
     }
   }
-  const StumpCascade& cascade = facing == Facing::kMirrored ? mirrored_ : cascade_;
-  plans_.push_back(std::make_unique<CachedPlan>(CachedPlan{
-      layout, facing, columns, plan_scan(cascade, layout, columns, packing_cost(instructions_))}));
+  const ScanPlan& by_corner = facing == Facing::kMirrored ? mirrored_ : as_is_;
+  plans_.push_back(std::make_unique<CachedPlan>(
+      CachedPlan{layout, facing, columns,
+                 place_plan(by_corner, layout, columns, packing_cost(instructions_))}));
   return plans_.back()->plan;
 }
 
 std::vector<SearchTask> CascadeSearch::tasks(const std::vector<const PyramidLayer*>& layers,
-                                             const PlaneLayout& layout, Facing facing) {
+                                             Facing facing) {
   double windows_of_all = 0.0;
   for (const PyramidLayer* layer : layers) {
     windows_of_all += static_cast<double>(places_for(cascade_.window.width, layer->size.width)) *
@@ -139,7 +149,7 @@ std::vector<SearchTask> CascadeSearch::tasks(const std::vector<const PyramidLaye
     if (columns == 0) continue;
     const bool from_right = facing == Facing::kMirrored;
     const int first_column = from_right ? (columns - 1) % layer->step : 0;
-    const ScanPlan& its_plan = plan_for(layout, facing, {layer->step, first_column});
+    const ScanPlan& its_plan = plan_for(layer->layout, facing, {layer->step, first_column});
     const int windows = ceiling_of_quotient(columns, layer->step);
     const int height = searched_height(*layers.front(), *layer, cascade_.window);
     const int rows = ceiling_of_quotient(height, layer->step);
@@ -161,31 +171,28 @@ bool CascadeSearch::order_is_due() {
   return false;
 }
 
-void CascadeSearch::prepare(const std::vector<const PyramidLayer*>& layers,
-                            const PlaneLayout& layout, Facing facing) {
+void CascadeSearch::prepare(const std::vector<const PyramidLayer*>& layers, Facing facing) {
   if (plans_.size() > kMostPlans) plans_.clear();
   if (!order_is_due()) return;
   std::vector<SampledRows> rows;
-  for (const SearchTask& task : tasks(layers, layout, facing)) {
-    rows.push_back({task.plan->view(), view_of(*task.layer, layout), task.rows});
+  for (const SearchTask& task : tasks(layers, facing)) {
+    rows.push_back({task.plan->view(), view_of(*task.layer), task.rows});
   }
   const std::vector<int> order = quickest_stage_order(rows);
   if (order.empty()) return;
   searches_in_order_ = 0;
   if (std::is_sorted(order.begin(), order.end())) return;
   cascade_.stages = in_order(cascade_.stages, order);
-  mirrored_.stages = in_order(mirrored_.stages, order);
-  plans_.clear();
+  plan_again();
 }
 
-void CascadeSearch::run(SearchTask& task, const PlaneLayout& layout) {
+void CascadeSearch::run(SearchTask& task) {
   std::unique_ptr<ScanMemory> memory = scratch_.take();
   const PlanView view = task.plan->view();
   const ScanScratch scratch =
       memory->reserve(task.rows.row_count, task.rows.windows, view.stage_count, view.block_count);
-  scan_for(instructions_)(view, view_of(*task.layer, layout), task.rows, scratch);
-  const std::vector<Place> found =
-      sorted_places(*scratch.passed, task.rows, task.layer->step, layout);
+  scan_for(instructions_)(view, view_of(*task.layer), task.rows, scratch);
+  const std::vector<Place> found = sorted_places(*scratch.passed, task.rows, *task.layer);
   const float scale = task.layer->scale;
   for (const auto& [row, column] : found) {
     task.found.emplace_back(cvRound(static_cast<float>(column) * scale),

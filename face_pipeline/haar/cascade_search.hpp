@@ -29,16 +29,14 @@ class CascadeSearch {
 
   // Once for each pass over a picture. The layers are of rising scales. Now and then this finds the
   // order of stages that suits the picture; tasks from before must not be run any more.
-  void prepare(const std::vector<const PyramidLayer*>& layers, const PlaneLayout& layout,
-               Facing facing);
+  void prepare(const std::vector<const PyramidLayer*>& layers, Facing facing);
 
   // What searches these layers, in the order in which OpenCV finds windows. Valid until the next
   // `prepare`. Two calls with different facings give tasks that may run side by side.
-  std::vector<SearchTask> tasks(const std::vector<const PyramidLayer*>& layers,
-                                const PlaneLayout& layout, Facing facing);
+  std::vector<SearchTask> tasks(const std::vector<const PyramidLayer*>& layers, Facing facing);
 
   // May be called from several threads at once, with different tasks.
-  void run(SearchTask& task, const PlaneLayout& layout);
+  void run(SearchTask& task);
 
  private:
   const ScanPlan& plan_for(const PlaneLayout& layout, Facing facing, const WindowColumns& columns);
@@ -51,8 +49,11 @@ class CascadeSearch {
     ScanPlan plan;
   };
 
+  void plan_again();
+
   StumpCascade cascade_;
-  StumpCascade mirrored_;
+  ScanPlan as_is_;  // of the cascade, for place_plan
+  ScanPlan mirrored_;
   InstructionSet instructions_;
   std::vector<std::unique_ptr<CachedPlan>> plans_;
   int searches_in_order_ = -1;  // since the order was found; negative before

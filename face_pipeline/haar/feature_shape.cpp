@@ -87,9 +87,10 @@ ShapedFeature shape_of_lines(const std::vector<CornerPair>& pairs) {
         [sign](int weight, const CornerPair& pair) { return pair.weight == sign * weight; });
   };
   ShapedFeature shaped;
-  const auto add = [&shaped](const CornerPair& pair, bool forward) {
-    shaped.corners.push_back(forward ? pair.to : pair.from);
-    shaped.corners.push_back(forward ? pair.from : pair.to);
+  std::size_t count = 0;
+  const auto add = [&shaped, &count](const CornerPair& pair, bool forward) {
+    shaped.corners[count++] = forward ? pair.to : pair.from;
+    shaped.corners[count++] = forward ? pair.from : pair.to;
   };
   if (weights_are({1, -2, 1}) && largest_area(pairs) <= kLargestPart) {
     shaped.shape = kHalves;
@@ -111,8 +112,8 @@ ShapedFeature shape_of_checks(const CornerWeights& weights) {
   const int sign = weights.begin()->second;
   std::size_t place = 0;
   for (const auto& [corner, weight] : weights) {
-    if (std::abs(sign) != 1 || weight != sign * kWeights[place++]) return {};
-    shaped.corners.push_back(corner);
+    if (std::abs(sign) != 1 || weight != sign * kWeights[place]) return {};
+    shaped.corners[place++] = corner;
   }
   const auto on_grid = [&corners = shaped.corners](std::size_t i) {
     return corners[i].first == corners[i / 3 * 3].first &&
@@ -147,17 +148,21 @@ ShapedFeature shape_of(const RectFeature& feature) {
   return shape_of_checks(weights);
 }
 
+FeatureShape negated(FeatureShape shape) {
+  if (shape == kChecks) return kInverseChecks;
+  if (shape == kInverseChecks) return kChecks;
+  return shape;
+}
+
 // A value of kHalves is a difference of two rectangles: backwards, they change places. Those of
 // kThirds change sign with each of their pairs.
 ShapedFeature negated(const ShapedFeature& shaped) {
   ShapedFeature result = shaped;
-  if (shaped.shape == kChecks) result.shape = kInverseChecks;
-  if (shaped.shape == kInverseChecks) result.shape = kChecks;
-  if (shaped.shape == kHalves) std::reverse(result.corners.begin(), result.corners.end());
+  result.shape = negated(shaped.shape);
+  const auto end = result.corners.begin() + corner_count(shaped.shape);
+  if (shaped.shape == kHalves) std::reverse(result.corners.begin(), end);
   if (shaped.shape == kThirds) {
-    for (std::size_t i = 0; i < result.corners.size(); i += 2) {
-      std::swap(result.corners[i], result.corners[i + 1]);
-    }
+    for (auto it = result.corners.begin(); it != end; it += 2) std::iter_swap(it, it + 1);
   }
   return result;
 }

@@ -1,6 +1,7 @@
 #include "face_pipeline/haar/image_pyramid.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 #include <opencv2/core.hpp>
@@ -18,8 +19,8 @@ constexpr float kFirstCoarseScale = 2.0F;
 
 // One row of the three planes.
 struct PlaneRow {
-  PlaneRow(PyramidLayer& layer, const PlaneLayout& layout, int row)
-      : pitch(layout.pitch),
+  PlaneRow(PyramidLayer& layer, int row)
+      : pitch(layer.layout.pitch),
         sums(layer.sums.data() + row * static_cast<std::ptrdiff_t>(pitch)),
         squares(layer.square_sums.data() + row * static_cast<std::ptrdiff_t>(pitch)),
         low_sums(layer.low_sums.data() + row * static_cast<std::ptrdiff_t>(pitch)) {}
@@ -87,40 +88,49 @@ void add_pixels_apart(const PlaneRow row, const std::uint8_t* pixels, int width,
   store_low_sums(row, odd_start + (width + 1) / 2);
 }
 
-void sum_up(const PlaneLayout& layout, PyramidLayer& layer) {
+void sum_up(PyramidLayer& layer) {
   const cv::Mat& shrunken = layer.shrunken;
   const std::size_t entries =
-      static_cast<std::size_t>(shrunken.rows + 1) * static_cast<std::size_t>(layout.pitch) +
+      static_cast<std::size_t>(shrunken.rows + 1) * static_cast<std::size_t>(layer.layout.pitch) +
       kMargin;
   if (layer.sums.size() < entries) {
     layer.sums.resize(entries);
     layer.square_sums.resize(entries);
     layer.low_sums.resize(entries);
   }
-  clear(PlaneRow(layer, layout, 0));
+  clear(PlaneRow(layer, 0));
   for (int y = 0; y < shrunken.rows; ++y) {
-    const PlaneRow row(layer, layout, y + 1);
+    const PlaneRow row(layer, y + 1);
     const auto* pixels = shrunken.ptr<std::uint8_t>(y);
     if (layer.step == 1) {
       add_pixels(row, pixels, shrunken.cols);
     } else {
-      add_pixels_apart(row, pixels, shrunken.cols, layout.odd_start);
+      add_pixels_apart(row, pixels, shrunken.cols, layer.layout.odd_start);
     }
   }
 }
 
 void make_layer(const cv::Mat& picture, PyramidLayer& layer) {
   cv::resize(picture, layer.shrunken, layer.size, 0, 0, cv::INTER_LINEAR_EXACT);
-  sum_up(plane_layout(picture.cols), layer);
+  layer.layout = plane_layout(picture.cols, layer.size.width);
+  sum_up(layer);
 }
 
 }  // namespace
 
 // A row has an odd number of blocks of 32 entries, so that entries above each other do not compete
-// for the same sets of the cache.
-PlaneLayout plane_layout(int picture_width) {
+// for the same sets of the cache. Rows have room for the picture's width, or for that divided by
+// the root of 2, by 2, and so on to a quarter.
+PlaneLayout plane_layout(int picture_width, int layer_width) {
   constexpr int kBlock = 32;
-  const int half = picture_width / 2 + 1;
+  constexpr int kLayouts = 5;
+  int width = picture_width;
+  for (int i = 1; i < kLayouts; ++i) {
+    const int narrower = cvCeil(picture_width / std::exp2(0.5 * i));
+    if (narrower < layer_width) break;
+    width = narrower;
+  }
+  const int half = width / 2 + 1;
   const int blocks = (2 * half + kBlock - 1) / kBlock;
   const int pitch = kBlock * (blocks + 1 - blocks % 2);
   return {pitch, pitch / 2};

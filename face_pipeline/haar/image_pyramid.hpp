@@ -11,8 +11,9 @@
 
 namespace halcyra::haar {
 
-// The layout that the planes of all layers share. It depends on the picture's width alone.
-PlaneLayout plane_layout(int picture_width);
+// The layout of a layer of this width, which is at most the picture's. Layers of similar widths
+// share a layout, as each one takes a plan of its own.
+PlaneLayout plane_layout(int picture_width, int layer_width);
 
 // Makes each copy once, when it is first asked for, however many cascades search it. Memory is
 // reused from picture to picture.
@@ -24,7 +25,6 @@ class ImagePyramid {
   void forget_picture() { set_picture(cv::Mat()); }
 
   const cv::Mat& picture() const { return picture_; }
-  PlaneLayout layout() const { return plane_layout(picture_.cols); }
 
   // The layers of these scales (each at least 1), in this order. Missing ones are made first, on
   // OpenCV's threads. Valid until the next set_picture.

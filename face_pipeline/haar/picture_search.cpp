@@ -21,10 +21,10 @@ using PassLayers = std::vector<std::vector<const PyramidLayer*>>;
 // Parts of the same layer next to each other, from the largest layer on and from top to bottom. The
 // tasks of each pass stay in their order.
 std::vector<PassTask> tasks_by_place(const std::vector<SearchPass>& passes,
-                                     const PassLayers& layers, const PlaneLayout& layout) {
+                                     const PassLayers& layers) {
   std::vector<PassTask> all;
   for (std::size_t i = 0; i < passes.size(); ++i) {
-    for (SearchTask& task : passes[i].cascade->tasks(layers[i], layout, passes[i].facing)) {
+    for (SearchTask& task : passes[i].cascade->tasks(layers[i], passes[i].facing)) {
       all.push_back({i, std::move(task)});
     }
   }
@@ -39,19 +39,18 @@ std::vector<PassTask> tasks_by_place(const std::vector<SearchPass>& passes,
 
 std::vector<std::vector<cv::Rect>> search_picture(ImagePyramid& pyramid,
                                                   const std::vector<SearchPass>& passes) {
-  const PlaneLayout layout = pyramid.layout();
   PassLayers layers;
   for (const SearchPass& pass : passes) layers.push_back(pyramid.layers(pass.scales));
   // All passes before the first task is made: two may share a cascade, and tasks point to its
   // plans.
   for (std::size_t i = 0; i < passes.size(); ++i) {
-    passes[i].cascade->prepare(layers[i], layout, passes[i].facing);
+    passes[i].cascade->prepare(layers[i], passes[i].facing);
   }
-  std::vector<PassTask> all = tasks_by_place(passes, layers, layout);
+  std::vector<PassTask> all = tasks_by_place(passes, layers);
   cv::parallel_for_(cv::Range(0, static_cast<int>(all.size())), [&](const cv::Range& range) {
     for (int i = range.start; i < range.end; ++i) {
       PassTask& one = all[static_cast<std::size_t>(i)];
-      passes[one.pass].cascade->run(one.task, layout);
+      passes[one.pass].cascade->run(one.task);
     }
   });
   std::vector<std::vector<cv::Rect>> found(passes.size());

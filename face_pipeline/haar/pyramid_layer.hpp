@@ -17,12 +17,12 @@ struct PlaneLayout {
 };
 
 // Each plane is an integral image: entry (x, y) is the sum over all pixels above and to the left of
-// (x, y), so there is one more row and column than in the shrunken picture. All planes have the
-// layout of ImagePyramid::layout.
+// (x, y), so there is one more row and column than in the shrunken picture.
 struct PyramidLayer {
   float scale = 1.0F;
-  cv::Size size;     // of the shrunken picture
-  int step = 1;      // distance of neighbouring windows, in columns and in rows: 1 or 2
+  cv::Size size;  // of the shrunken picture
+  int step = 1;   // distance of neighbouring windows, in columns and in rows: 1 or 2
+  PlaneLayout layout;
   cv::Mat shrunken;  // 8-bit, one channel
   std::vector<std::int32_t> sums;
   std::vector<std::int32_t> square_sums;  // modulo 2^32

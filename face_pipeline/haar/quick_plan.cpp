@@ -109,8 +109,8 @@ namespace {
 class QuickStagePlanner {
  public:
   QuickStagePlanner(const CascadeStage& stage, const Deviations& deviations,
-                    const EntryOffsets& offset, ScanPlan& plan)
-      : scale_(scale_of(stage)), deviations_(deviations), offset_(offset), plan_(plan) {}
+                    const CornerIndex& index, ScanPlan& plan)
+      : scale_(scale_of(stage)), deviations_(deviations), index_(index), plan_(plan) {}
 
   // A stump whose limit is beyond 16 bits gets its gain from nearly all windows, and here from all.
   // If its limit is beyond them on the other side, hardly any window gets the gain; the least limit
@@ -124,8 +124,8 @@ class QuickStagePlanner {
       return;
     }
     QuickStump quick{};
-    std::transform(shaped.corners.begin(), shaped.corners.end(), std::begin(quick.offsets),
-                   offset_);
+    std::transform(shaped.corners.begin(), shaped.corners.begin() + corner_count(shaped.shape),
+                   std::begin(quick.offsets), index_);
     quick.threshold = twice(limited_to_16_bits(whole));
     quick.gain = twice(whole_gain(stump, scale_));
     plan_.quick_stumps.push_back(quick);
@@ -145,7 +145,7 @@ class QuickStagePlanner {
  private:
   VoteScale scale_;
   const Deviations& deviations_;
-  const EntryOffsets& offset_;
+  const CornerIndex& index_;
   ScanPlan& plan_;
   double gains_of_all_ = 0.0;
   double gains_of_any_ = 0.0;
@@ -154,8 +154,8 @@ class QuickStagePlanner {
 }  // namespace
 
 void add_quick_stage(const CascadeStage& stage, const std::vector<ShapedFeature>& shapes,
-                     const Deviations& deviations, const EntryOffsets& offset, ScanPlan& plan) {
-  QuickStagePlanner planner(stage, deviations, offset, plan);
+                     const Deviations& deviations, const CornerIndex& index, ScanPlan& plan) {
+  QuickStagePlanner planner(stage, deviations, index, plan);
   QuickStage quick{};
   quick.first = static_cast<std::int32_t>(plan.quick_stumps.size());
   quick.first_any = static_cast<std::int32_t>(plan.quick_any.size());
@@ -163,8 +163,8 @@ void add_quick_stage(const CascadeStage& stage, const std::vector<ShapedFeature>
     for (const Stump& stump : stage.stumps) {
       const ShapedFeature& as_is = shapes[static_cast<std::size_t>(stump.feature)];
       const bool gains_below = stump.below > stump.not_below;
-      const ShapedFeature shaped = gains_below ? as_is : negated(as_is);
-      if (shaped.shape == shape) planner.add(stump, shaped);
+      if ((gains_below ? as_is.shape : negated(as_is.shape)) != shape) continue;
+      planner.add(stump, gains_below ? as_is : negated(as_is));
     }
     quick.ends[shape] = static_cast<std::int32_t>(plan.quick_stumps.size());
   }

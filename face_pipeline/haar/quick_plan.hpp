@@ -5,7 +5,6 @@
 
 #include <opencv2/core/types.hpp>
 
-#include "face_pipeline/haar/entry_offsets.hpp"
 #include "face_pipeline/haar/feature_shape.hpp"
 #include "face_pipeline/haar/scan_plan.hpp"
 #include "face_pipeline/haar/stump_cascade.hpp"
@@ -22,8 +21,9 @@ struct Deviations {
 // the largest deviation fits into 16 bits.
 Deviations deviations_of(const cv::Size& measured);
 
-// Adds a stage to the plan. `shapes` has those of the cascade's features.
+// Adds a stage to a plan whose offsets are indices of corners. `shapes` has those of the cascade's
+// features.
 void add_quick_stage(const CascadeStage& stage, const std::vector<ShapedFeature>& shapes,
-                     const Deviations& deviations, const EntryOffsets& offset, ScanPlan& plan);
+                     const Deviations& deviations, const CornerIndex& index, ScanPlan& plan);
 
 }  // namespace halcyra::haar

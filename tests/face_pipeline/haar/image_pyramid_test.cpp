@@ -13,13 +13,14 @@
 namespace halcyra::haar {
 namespace {
 
-std::size_t place(const PyramidLayer& layer, const PlaneLayout& layout, int x, int y) {
+std::size_t place(const PyramidLayer& layer, int x, int y) {
+  const PlaneLayout& layout = layer.layout;
   const int column = layer.step == 1 ? x : x % 2 * layout.odd_start + x / 2;
   const auto row = static_cast<std::size_t>(y);
   return row * static_cast<std::size_t>(layout.pitch) + static_cast<std::size_t>(column);
 }
 
-void expect_layer_of(const cv::Mat& picture, const PyramidLayer& layer, const PlaneLayout& layout) {
+void expect_layer_of(const cv::Mat& picture, const PyramidLayer& layer) {
   cv::Mat shrunken;
   cv::resize(picture, shrunken, layer.size, 0, 0, cv::INTER_LINEAR_EXACT);
   cv::Mat sums;
@@ -28,7 +29,7 @@ void expect_layer_of(const cv::Mat& picture, const PyramidLayer& layer, const Pl
   int wrong = 0;
   for (int y = 0; y < sums.rows; ++y) {
     for (int x = 0; x < sums.cols; ++x) {
-      const std::size_t at = place(layer, layout, x, y);
+      const std::size_t at = place(layer, x, y);
       const auto squares =
           static_cast<std::uint32_t>(static_cast<std::uint64_t>(square_sums.at<double>(y, x)));
       wrong += layer.sums[at] != sums.at<int>(y, x);
@@ -52,7 +53,7 @@ TEST(ImagePyramid, SumsUpThePictureAtEveryScale) {
     for (std::size_t i = 0; i < scales.size(); ++i) {
       EXPECT_EQ(layers[i]->scale, scales[i]);
       EXPECT_EQ(layers[i]->step, scales[i] >= 2.0F ? 1 : 2);
-      expect_layer_of(picture, *layers[i], pyramid.layout());
+      expect_layer_of(picture, *layers[i]);
     }
   }
 }
@@ -62,7 +63,7 @@ TEST(ImagePyramid, LetsSumsOfSquaresWrapAround) {
   const cv::Mat picture(300, 400, CV_8U, cv::Scalar(250));
   ImagePyramid pyramid;
   pyramid.set_picture(picture);
-  expect_layer_of(picture, *pyramid.layers({1.0F})[0], pyramid.layout());
+  expect_layer_of(picture, *pyramid.layers({1.0F})[0]);
 }
 
 TEST(ImagePyramid, MakesEachLayerOfAPictureOnce) {
@@ -74,7 +75,7 @@ TEST(ImagePyramid, MakesEachLayerOfAPictureOnce) {
   const std::vector<const PyramidLayer*> second = pyramid.layers({1.5F, 3.0F, 1.0F});
   EXPECT_EQ(second[0], first[1]);
   EXPECT_EQ(second[2], first[0]);
-  expect_layer_of(picture, *second[1], pyramid.layout());
+  expect_layer_of(picture, *second[1]);
 }
 
 TEST(ImagePyramid, ForgetsThePictureBefore) {
@@ -86,7 +87,7 @@ TEST(ImagePyramid, ForgetsThePictureBefore) {
   pyramid.layers({1.0F, 2.0F});
   pyramid.set_picture(after);
   for (const PyramidLayer* layer : pyramid.layers({2.0F, 1.0F})) {
-    expect_layer_of(after, *layer, pyramid.layout());
+    expect_layer_of(after, *layer);
   }
 }
 

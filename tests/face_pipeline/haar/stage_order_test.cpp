@@ -8,6 +8,7 @@
 #include <opencv2/core.hpp>
 
 #include "face_pipeline/haar/cascade_file.hpp"
+#include "face_pipeline/haar/cascade_plan.hpp"
 #include "face_pipeline/haar/image_pyramid.hpp"
 #include "face_pipeline/haar/scan_plan.hpp"
 #include "tests/face_pipeline/haar/classifier_comparison.hpp"
@@ -20,9 +21,10 @@ namespace {
 class SearchedPicture {
  public:
   SearchedPicture(const StumpCascade& cascade, const cv::Mat& picture)
-      : layout_(plane_layout(picture.cols)),
-        fine_(plan_scan(cascade, layout_, {2, 0}, {8, 1.0})),
-        coarse_(plan_scan(cascade, layout_, {1, 0}, {8, 1.0})) {
+      : fine_(place_plan(plan_cascade(cascade), plane_layout(picture.cols, picture.cols), {2, 0},
+                         {8, 1.0})),
+        coarse_(place_plan(plan_cascade(cascade), plane_layout(picture.cols, picture.cols / 2),
+                           {1, 0}, {8, 1.0})) {
     pyramid_.set_picture(picture);
     const std::vector<const PyramidLayer*> layers = pyramid_.layers({1.0F, 2.0F});
     rows_.push_back(rows_of(*layers[0], fine_, cascade.window));
@@ -36,12 +38,12 @@ class SearchedPicture {
                       const cv::Size& window) const {
     const int rows = (layer.size.height + 1 - window.height) / layer.step;
     const int columns = (layer.size.width + 1 - window.width) / layer.step;
-    return {plan.view(),
-            {layer.sums.data(), layer.square_sums.data(), layer.low_sums.data(), layout_.pitch},
-            {0, layer.step, rows, columns, false}};
+    return {
+        plan.view(),
+        {layer.sums.data(), layer.square_sums.data(), layer.low_sums.data(), layer.layout.pitch},
+        {0, layer.step, rows, columns, false}};
   }
 
-  PlaneLayout layout_;
   ScanPlan fine_;
   ScanPlan coarse_;
   ImagePyramid pyramid_;
