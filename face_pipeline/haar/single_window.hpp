@@ -15,20 +15,20 @@ class SingleWindow {
  public:
   // `place` is the index of the entry at the window's upper left corner.
   SingleWindow(const PlanView& plan, const LayerView& layer, std::int32_t place)
-      : plan_(plan), sums_(layer.sums + place), square_sums_(layer.square_sums + place) {}
+      : plan_(&plan), sums_(layer.sums + place), square_sums_(layer.square_sums + place) {}
 
   // The factor that normalises the window's values. Infinite or not a number without contrast.
   float norm() const {
     const double sum = rectangle(sums_);
     const double squares = rectangle(square_sums_);
-    return static_cast<float>(1.0 / std::sqrt(plan_.norm_area * squares - sum * sum));
+    return static_cast<float>(1.0 / std::sqrt(plan_->norm_area * squares - sum * sum));
   }
 
   // In OpenCV's order and types, given the norm.
   bool passes_exactly(const PlannedStage& stage, float norm) const {
     double sum = 0.0;
     for (std::int32_t i = 0; i < stage.exact_count; ++i) {
-      const ExactStump& exact = plan_.exact[stage.first_exact + i];
+      const ExactStump& exact = plan_->exact[stage.first_exact + i];
       const float value = value_of(exact.feature) * norm;
       const float vote = value < exact.threshold ? exact.below : exact.not_below;
       sum += static_cast<double>(vote);
@@ -40,7 +40,7 @@ class SingleWindow {
   bool passes(const PlannedStage& stage, std::int32_t sum) const {
     const float factor = norm();
     for (std::int32_t i = stage.ends[kInverseChecks]; i < stage.ends[kAnyShape]; ++i) {
-      const PlannedStump& stump = plan_.stumps[i];
+      const PlannedStump& stump = plan_->stumps[i];
       if (value_of(stump.offsets[0]) * factor < stump.threshold) sum += stump.gain;
     }
     if (sum > stage.surely_above) return true;
@@ -50,7 +50,7 @@ class SingleWindow {
   // Likewise for a quick test; see QuickAnyStump for the margin.
   bool may_pass(const QuickStage& stage, std::int32_t sum, std::int32_t deviation) const {
     for (std::int32_t i = stage.first_any; i < stage.end_any; ++i) {
-      const QuickAnyStump& stump = plan_.quick_any[i];
+      const QuickAnyStump& stump = plan_->quick_any[i];
       const float value = value_of(stump.feature);
       const float limit = stump.threshold * static_cast<float>(deviation);
       const bool counts =
@@ -63,13 +63,13 @@ class SingleWindow {
  private:
   // Unsigned on the way, as sums of squares wrap around.
   std::int32_t rectangle(const std::int32_t* entries) const {
-    const std::int32_t* o = plan_.norm_corners;
+    const std::int32_t* o = plan_->norm_corners;
     const auto entry = [&](int i) { return static_cast<std::uint32_t>(entries[o[i]]); };
     return static_cast<std::int32_t>(entry(0) - entry(1) - entry(2) + entry(3));
   }
 
   float value_of(std::int32_t feature) const {
-    const AnyFeature& any = plan_.features[feature];
+    const AnyFeature& any = plan_->features[feature];
     std::uint32_t value = 0;
     for (int i = 0; i < 3; ++i) {
       const std::int32_t* o = any.corners[i];
@@ -83,7 +83,7 @@ class SingleWindow {
     return static_cast<std::uint32_t>(sums_[offset]);
   }
 
-  const PlanView& plan_;
+  const PlanView* plan_;
   const std::int32_t* sums_;
   const std::int32_t* square_sums_;
 };

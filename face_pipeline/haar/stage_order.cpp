@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <numeric>
+#include <optional>
 #include <random>
 #include <utility>
 
@@ -21,25 +23,41 @@ constexpr std::size_t kFewestSamples = 16;
 
 struct NoLanes;
 
-using PassedStages = std::vector<bool>;  // of one window, by stage
+// A window that passes the first stage. Whether it passes another stage is found out when that is
+// first asked, as this takes long for stages with many stumps.
+class Sample {
+ public:
+  Sample(const SingleWindow<NoLanes>& window, float norm, const PlanView& plan)
+      : window_(window),
+        norm_(norm),
+        stages_(plan.stages),
+        passed_(static_cast<std::size_t>(plan.stage_count)) {}
 
-// Empty if the window has too little contrast or misses the first stage.
-PassedStages passed_stages(const SampledRows& rows, std::int32_t place) {
+  bool passes(std::size_t stage) {
+    if (!passed_[stage]) passed_[stage] = window_.passes_exactly(stages_[stage], norm_);
+    return *passed_[stage];
+  }
+
+ private:
+  SingleWindow<NoLanes> window_;
+  float norm_;
+  const PlannedStage* stages_;
+  std::vector<std::optional<bool>> passed_;  // by stage
+};
+
+// Nothing if the window has too little contrast or misses the first stage.
+std::optional<Sample> sample_at(const SampledRows& rows, std::int32_t place) {
   const SingleWindow<NoLanes> window(rows.plan, rows.layer, place);
   const float norm = window.norm();
-  if (!(norm <= rows.plan.largest_norm)) return {};
-  if (!window.passes_exactly(rows.plan.stages[0], norm)) return {};
-  PassedStages passed;
-  for (std::int32_t stage = 0; stage < rows.plan.stage_count; ++stage) {
-    passed.push_back(window.passes_exactly(rows.plan.stages[stage], norm));
-  }
-  return passed;
+  if (!(norm <= rows.plan.largest_norm)) return std::nullopt;
+  if (!window.passes_exactly(rows.plan.stages[0], norm)) return std::nullopt;
+  return Sample(window, norm, rows.plan);
 }
 
-std::vector<PassedStages> sample(const std::vector<SampledRows>& all) {
+std::vector<Sample> sample(const std::vector<SampledRows>& all) {
   std::mt19937 random;
   const auto below = [&random](std::size_t limit) { return random() % limit; };
-  std::vector<PassedStages> samples;
+  std::vector<Sample> samples;
   for (int i = 0; i < kMostTries && samples.size() < kSamples; ++i) {
     const SampledRows& rows = all[below(all.size())];
     const auto row =
@@ -48,42 +66,53 @@ std::vector<PassedStages> sample(const std::vector<SampledRows>& all) {
         static_cast<std::int32_t>(below(static_cast<std::size_t>(rows.rows.windows)));
     const std::int32_t place =
         (rows.rows.first_row + row * rows.rows.row_step) * rows.layer.pitch + window;
-    PassedStages passed = passed_stages(rows, place);
-    if (!passed.empty()) samples.push_back(std::move(passed));
+    std::optional<Sample> found = sample_at(rows, place);
+    if (found) samples.push_back(*std::move(found));
   }
   return samples;
 }
 
-double rejected_per_stump(const std::vector<PassedStages>& samples, const PlannedStage& stage,
-                          std::size_t index) {
-  const auto rejected = std::count_if(samples.begin(), samples.end(),
-                                      [index](const auto& passed) { return !passed[index]; });
-  return static_cast<double>(rejected) / stage.exact_count;
+// The one of the stages left that rejects the most samples for each of its stumps; the earliest of
+// several. `left` is in rising order of stumps: where even the rejection of all samples would not
+// make a stage the best, it need not be tried, nor any after it.
+int best_stage(std::vector<Sample>& samples, const std::vector<int>& left,
+               const PlannedStage* stages) {
+  int best = left.front();
+  double most = -1.0;
+  for (const int stage : left) {
+    const double stumps = stages[stage].exact_count;
+    if (static_cast<double>(samples.size()) / stumps < most) break;
+    const auto rejected = std::count_if(samples.begin(), samples.end(), [stage](Sample& one) {
+      return !one.passes(static_cast<std::size_t>(stage));
+    });
+    const double worth = static_cast<double>(rejected) / stumps;
+    if (worth > most || (worth == most && stage < best)) best = stage;
+    most = std::max(most, worth);
+  }
+  return best;
 }
 
 }  // namespace
 
 std::vector<int> quickest_stage_order(const std::vector<SampledRows>& rows) {
   if (rows.empty()) return {};
-  std::vector<PassedStages> samples = sample(rows);
+  std::vector<Sample> samples = sample(rows);
   if (samples.size() < kSamples) return {};
   const PlannedStage* const stages = rows.front().plan.stages;
   std::vector<int> order{0};
-  std::vector<int> left;
-  for (int stage = 1; stage < rows.front().plan.stage_count; ++stage) left.push_back(stage);
+  std::vector<int> left(static_cast<std::size_t>(rows.front().plan.stage_count - 1));
+  std::iota(left.begin(), left.end(), 1);
+  std::stable_sort(left.begin(), left.end(), [stages](int a, int b) {
+    return stages[a].exact_count < stages[b].exact_count;
+  });
   while (samples.size() >= kFewestSamples && !left.empty()) {
-    const auto worth = [&](int stage) {
-      return rejected_per_stump(samples, stages[stage], static_cast<std::size_t>(stage));
-    };
-    const auto best = std::max_element(left.begin(), left.end(),
-                                       [&worth](int a, int b) { return worth(a) < worth(b); });
-    const auto stage = static_cast<std::size_t>(*best);
-    order.push_back(*best);
-    left.erase(best);
-    samples.erase(std::remove_if(samples.begin(), samples.end(),
-                                 [stage](const auto& passed) { return !passed[stage]; }),
-                  samples.end());
+    const int best = best_stage(samples, left, stages);
+    order.push_back(best);
+    left.erase(std::find(left.begin(), left.end(), best));
+    const auto misses = [best](Sample& one) { return !one.passes(static_cast<std::size_t>(best)); };
+    samples.erase(std::remove_if(samples.begin(), samples.end(), misses), samples.end());
   }
+  std::sort(left.begin(), left.end());
   order.insert(order.end(), left.begin(), left.end());
   return order;
 }
