@@ -61,22 +61,19 @@ std::int32_t limited_to_16_bits(double value) {
   return static_cast<std::int32_t>(std::clamp(value, -32768.0, 32767.0));
 }
 
-// The limit of a value v is the deviation times this, divided by 2^16 and rounded down. It may not
-// be less than v's true limit, the threshold divided by the norm; or both lie between the same two
-// whole numbers, as values are whole. So this is rounded up, and by so much more as the limit can
-// be too small because
+// The limit of a value is the deviation times this, divided by 2^16 and rounded down. It may not be
+// less than the value's true limit, the threshold divided by the norm, before it is rounded: then no
+// whole number at or below the true limit is above it. So this is rounded up, and by so much more as
+// the limit can be too small because
 //
 //     the deviation is rounded by a half, and the float that it is made from,
 //     OpenCV's comparison is one of floats.
 //
-// Many features of flat windows are 0 and many thresholds nearly so. A limit close to 0 has to stay
-// on its side. May be beyond 16 bits.
-double whole_threshold(double threshold, bool less_only, const Deviations& deviations) {
+// May be beyond 16 bits.
+double whole_threshold(double threshold, const Deviations& deviations) {
   const double exact = threshold / deviations.unit * 65536.0;
   const double doubt = std::abs(exact) * (0.504 / deviations.least + 4e-7);
-  const double rounded = std::ceil(exact + doubt);
-  const bool negative = exact < 0.0 || (exact == 0.0 && less_only);
-  return negative ? std::min(rounded, -1.0) : rounded;
+  return std::ceil(exact + doubt);
 }
 
 QuickAnyStump quick_any_stump(const Stump& stump, const VoteScale& scale,
@@ -118,7 +115,7 @@ class QuickStagePlanner {
   void add(const Stump& stump, const ShapedFeature& shaped) {
     const bool gains_below = stump.below > stump.not_below;
     const double threshold = vote(stump.threshold) * (gains_below ? 1.0 : -1.0);
-    const double whole = whole_threshold(threshold, gains_below, deviations_);
+    const double whole = whole_threshold(threshold, deviations_);
     if (whole > 32767.0) {
       gains_of_all_ += whole_gain(stump, scale_);
       return;
