@@ -12,9 +12,6 @@
 namespace halcyra::haar {
 namespace {
 
-// No window's pixels have a larger standard deviation.
-constexpr double kLargestDeviation = 127.5;
-
 // Whole votes add up to less than this in magnitude.
 constexpr double kLargestVoteSum = 1073741824.0;
 
@@ -80,7 +77,6 @@ class CascadePlanner {
   CascadePlanner(const StumpCascade& cascade, ScanPlan& plan)
       : index_(cascade.window),
         deviations_(deviations_of(inner_window(cascade.window).size())),
-        largest_deviation_(inner_window(cascade.window).area() * kLargestDeviation),
         plan_(plan) {
     plan.deviation_unit = static_cast<float>(deviations_.unit);
     for (const RectFeature& feature : cascade.features) {
@@ -129,8 +125,10 @@ class CascadePlanner {
   // A value that is cut to 16 bits is far beyond most thresholds. Others need the whole value.
   FeatureShape shape_for(const Stump& stump) const {
     constexpr double kCut = 32700.0;
-    const bool within = std::abs(static_cast<double>(stump.threshold)) * largest_deviation_ < kCut;
-    return within ? shaped_[static_cast<std::size_t>(stump.feature)].shape : kAnyShape;
+    const double largest_limit =
+        std::abs(static_cast<double>(stump.threshold)) * deviations_.largest_inverse;
+    return largest_limit < kCut ? shaped_[static_cast<std::size_t>(stump.feature)].shape
+                                : kAnyShape;
   }
 
   void set_offsets(const Stump& stump, FeatureShape shape, PlannedStump& planned) {
@@ -145,7 +143,6 @@ class CascadePlanner {
 
   CornerIndex index_;
   Deviations deviations_;
-  double largest_deviation_;  // of all windows, as the inverse of the norm
   ScanPlan& plan_;
   std::vector<ShapedFeature> shaped_;
 };

@@ -62,9 +62,9 @@ std::int32_t limited_to_16_bits(double value) {
 }
 
 // The limit of a value is the deviation times this, divided by 2^16 and rounded down. It may not be
-// less than the value's true limit, the threshold divided by the norm, before it is rounded: then no
-// whole number at or below the true limit is above it. So this is rounded up, and by so much more as
-// the limit can be too small because
+// less than the value's true limit, the threshold divided by the norm, before it is rounded: then
+// no whole number at or below the true limit is above it. So this is rounded up, and by so much
+// more as the limit can be too small because
 //
 //     the deviation is rounded by a half, and the float that it is made from,
 //     OpenCV's comparison is one of floats.
@@ -89,19 +89,6 @@ QuickAnyStump quick_any_stump(const Stump& stump, const VoteScale& scale,
   quick.gains_below = stump.below > stump.not_below;
   return quick;
 }
-
-}  // namespace
-
-Deviations deviations_of(const cv::Size& measured) {
-  constexpr double kLargest = 32700.0;
-  const double area = measured.area();
-  const auto unit =
-      static_cast<float>(std::min(1.0, kLargest / (area * kLargestStandardDeviation)));
-  // Windows with enough contrast have a norm below 0.1 / area.
-  return {static_cast<double>(unit), 10.0 * area * static_cast<double>(unit) - 1.0};
-}
-
-namespace {
 
 class QuickStagePlanner {
  public:
@@ -149,6 +136,17 @@ class QuickStagePlanner {
 };
 
 }  // namespace
+
+Deviations deviations_of(const cv::Size& measured) {
+  constexpr double kLargest = 32700.0;
+  const double area = measured.area();
+  Deviations deviations;
+  deviations.largest_inverse = area * kLargestStandardDeviation;
+  deviations.unit = static_cast<float>(std::min(1.0, kLargest / deviations.largest_inverse));
+  // Windows with enough contrast have a norm below 0.1 / area.
+  deviations.least = 10.0 * area * deviations.unit - 1.0;
+  return deviations;
+}
 
 void add_quick_stage(const CascadeStage& stage, const std::vector<ShapedFeature>& shapes,
                      const Deviations& deviations, const CornerIndex& index, ScanPlan& plan) {

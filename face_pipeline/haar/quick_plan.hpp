@@ -13,8 +13,9 @@ namespace halcyra::haar {
 
 // A window's deviation is `unit` divided by its norm, rounded to a whole number.
 struct Deviations {
-  double unit = 0.0;   // exactly a float
-  double least = 0.0;  // of windows with enough contrast
+  double unit = 0.0;             // exactly a float
+  double least = 0.0;            // of windows with enough contrast
+  double largest_inverse = 0.0;  // of all windows' norms
 };
 
 // For contrasts measured in a part of the window of this size. The unit is 1 or so much less that
