@@ -121,6 +121,7 @@ class SharedPyramid {
 void run_together(const std::vector<Pass*>& passes, const cv::Mat& grey, const Options& options) {
   if (passes.empty()) return;
   std::vector<haar::DetectionPass> searches;
+  searches.reserve(passes.size());
   for (const Pass* pass : passes) {
     searches.push_back({haar::fast_cascade(*pass->cascade), pass->facing});
   }
