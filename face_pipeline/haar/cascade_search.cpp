@@ -111,14 +111,13 @@ bool operator==(const WindowColumns& a, const WindowColumns& b) {
 }  // namespace
 
 CascadeSearch::CascadeSearch(StumpCascade cascade, InstructionSet instructions)
-    : cascade_(std::move(cascade)), instructions_(instructions) {
-  plan_again();
-}
+    : cascade_(std::move(cascade)), instructions_(instructions) {}
 
-void CascadeSearch::plan_again() {
-  as_is_ = plan_cascade(cascade_);
-  mirrored_ = plan_cascade(mirrored(cascade_));
-  plans_.clear();
+const ScanPlan& CascadeSearch::plan_by_corner(Facing facing) {
+  const bool as_is = facing == Facing::kAsIs;
+  std::optional<ScanPlan>& plan = as_is ? as_is_ : mirrored_;
+  if (!plan) plan = plan_cascade(as_is ? cascade_ : mirrored(cascade_));
+  return *plan;
 }
 
 const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing,
@@ -128,10 +127,9 @@ const ScanPlan& CascadeSearch::plan_for(const PlaneLayout& layout, Facing facing
       return cached->plan;
     }
   }
-  const ScanPlan& by_corner = facing == Facing::kMirrored ? mirrored_ : as_is_;
-  plans_.push_back(std::make_unique<CachedPlan>(
-      CachedPlan{layout, facing, columns,
-                 place_plan(by_corner, layout, columns, packing_cost(instructions_))}));
+  plans_.push_back(std::make_unique<CachedPlan>(CachedPlan{
+      layout, facing, columns,
+      place_plan(plan_by_corner(facing), layout, columns, packing_cost(instructions_))}));
   return plans_.back()->plan;
 }
 
@@ -183,7 +181,9 @@ void CascadeSearch::prepare(const std::vector<const PyramidLayer*>& layers, Faci
   searches_in_order_ = 0;
   if (std::is_sorted(order.begin(), order.end())) return;
   cascade_.stages = in_order(cascade_.stages, order);
-  plan_again();
+  as_is_.reset();
+  mirrored_.reset();
+  plans_.clear();
 }
 
 void CascadeSearch::run(SearchTask& task) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <opencv2/core/types.hpp>
@@ -39,6 +40,7 @@ class CascadeSearch {
   void run(SearchTask& task);
 
  private:
+  const ScanPlan& plan_by_corner(Facing facing);
   const ScanPlan& plan_for(const PlaneLayout& layout, Facing facing, const WindowColumns& columns);
   bool order_is_due();
 
@@ -49,11 +51,9 @@ class CascadeSearch {
     ScanPlan plan;
   };
 
-  void plan_again();
-
   StumpCascade cascade_;
-  ScanPlan as_is_;  // of the cascade, for place_plan
-  ScanPlan mirrored_;
+  std::optional<ScanPlan> as_is_;  // for place_plan; made when first needed
+  std::optional<ScanPlan> mirrored_;
   InstructionSet instructions_;
   std::vector<std::unique_ptr<CachedPlan>> plans_;
   int searches_in_order_ = -1;  // since the order was found; negative before

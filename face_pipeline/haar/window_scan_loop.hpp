@@ -115,17 +115,16 @@ class WindowScanLoop {
       const std::int32_t left = rows_.windows - group * kGroup;
       const Bits present = left >= kGroup ? kWholeGroup : (Bits{1} << left) - 1;
       const std::int32_t place = place_of(row, group);
-      Floats even_norms = contrast_norms(place);
-      Floats odd_norms = contrast_norms(place + kLanes);
-      Lanes::deviations(even_norms, odd_norms, plan_.deviation_unit).store(deviations_of(group));
-      Lanes::separate(even_norms, odd_norms);
-      // Windows with too little contrast take no part.
-      const Bits tested = present & Lanes::interleave(even_norms.at_most(plan_.largest_norm),
-                                                      odd_norms.at_most(plan_.largest_norm));
+      Floats first = contrast_norms(place);
+      Floats second = contrast_norms(place + kLanes);
+      Lanes::deviations(first, second, plan_.deviation_unit).store(deviations_of(group));
+      Lanes::separate(first, second);  // from here on those of the even and of the odd windows
+      const Bits tested = present & Lanes::interleave(first.at_most(plan_.largest_norm),
+                                                      second.at_most(plan_.largest_norm));
       if (tested == 0) continue;
       const Floats unscale = Floats::all(1.0F / kNormScale);
       const Bits survivors =
-          first_stage_survivors(place, even_norms * unscale, odd_norms * unscale, tested);
+          first_stage_survivors(place, first * unscale, second * unscale, tested);
       put(alive, group, survivors);
       put(rejected, group, tested & ~survivors);
     }
