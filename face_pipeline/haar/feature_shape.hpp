@@ -44,7 +44,7 @@ std::array<Corner, 4> corners_of(const cv::Rect& area);
 // kAnyShape if no other shape fits, or if parts of a value may not fit into 16 bits.
 ShapedFeature shape_of(const RectFeature& feature);
 
-// The same with all values' signs changed; the shape that it gets, first.
+// The shape of a feature of this shape with all values' signs changed, and that feature.
 FeatureShape negated(FeatureShape shape);
 ShapedFeature negated(const ShapedFeature& shaped);
 

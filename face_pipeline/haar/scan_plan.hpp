@@ -12,6 +12,8 @@
 
 namespace halcyra::haar {
 
+// What a PlanView shows. Before place_plan, offsets are indices of corners, and there are no
+// batches.
 struct ScanPlan {
   cv::Size window;
   std::vector<PlannedStage> stages;

@@ -9,7 +9,7 @@
 
 namespace halcyra::haar {
 
-// Norms are stored divided by this, as the vectors' values are multiplied by it.
+// Vectors' values are multiplied by this, and their norms divided by it.
 constexpr float kNormScale = 65536.0F;
 
 // The sums of a group's votes: of all stumps of a stage but those of kAnyShape.
