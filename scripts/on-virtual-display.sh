@@ -50,17 +50,28 @@ take_picture() {
         mv "$scratch/picture" "$scratch/last-picture"
 }
 
+# The first picture that a machine takes can last for seconds, as the tool comes from the disk. Some
+# frames are shown in less.
+warm_up() {
+    maim --format="${picture##*.}" "$scratch/picture" 2>"$scratch/complaints" ||
+        echo "No pictures can be taken: $(cat "$scratch/complaints")" >&2
+}
+
 start_server
+warm_up
 "$@" &
 program=$!
+pause=0.05
 while kill -0 "$program" 2>/dev/null; do
-    take_picture || true
-    sleep 0.3
+    if take_picture; then pause=0.3; fi
+    sleep "$pause"
 done
 status=0
 wait "$program" || status=$?
 if [ -e "$scratch/last-picture" ]; then
     mv "$scratch/last-picture" "$picture"
     echo "Picture of the window: $picture"
+else
+    echo "No picture of the window: it was not on the screen, or only for a moment." >&2
 fi
 exit "$status"

@@ -1,7 +1,7 @@
 // A program with the dashboard's window, white, which leaves the screen before the program ends.
 // Usage: brief_window FOLDER
-//   The window stays until FOLDER/taken has two lines. The program goes on until FOLDER/asked,
-//   begun anew then, has three.
+//   The window stays until FOLDER/taken has three lines: one picture is taken before it exists. The
+//   program goes on until FOLDER/asked, begun anew then, has three.
 #include <X11/Xlib.h>
 
 #include <chrono>
@@ -43,7 +43,7 @@ int main(int argc, char** argv) {
   XStoreName(display, window, "Halcyra Control Center");
   XMapWindow(display, window);
   XSync(display, False);
-  bool in_time = wait_until([&] { return lines_in(folder / "taken") >= 2; });
+  bool in_time = wait_until([&] { return lines_in(folder / "taken") >= 3; });
   XUnmapWindow(display, window);
   XSync(display, False);
   fs::remove(folder / "asked");

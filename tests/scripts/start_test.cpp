@@ -204,11 +204,13 @@ TEST_F(Start, StaysOutOfTheWayOfRunsWithoutSensor) {
 TEST_F(Start, EndsByItselfOnAVirtualDisplay) {
   environment_.erase("DISPLAY");
   EXPECT_NE(started().find(kDemonstration + "<--frames><90>\n"), std::string::npos);
-  EXPECT_EQ(started({"--no-camera"}), kWithoutSensor + "<--no-camera><--frames><90>\n");
+  const std::string end =
+      "\nNo picture of the window: it was not on the screen, or only for a moment.\n";
+  EXPECT_EQ(started({"--no-camera"}), kWithoutSensor + "<--no-camera><--frames><90>" + end);
   EXPECT_EQ(started({"--no-camera", "--frames", "7"}),
-            kWithoutSensor + "<--no-camera><--frames><7>\n");
-  EXPECT_EQ(started({"--no-camera", "--smoke"}), kWithoutSensor + "<--no-camera><--smoke>\n");
-  EXPECT_EQ(started({"--layout-test"}), kWithoutSensor + "<--layout-test>\n");
+            kWithoutSensor + "<--no-camera><--frames><7>" + end);
+  EXPECT_EQ(started({"--no-camera", "--smoke"}), kWithoutSensor + "<--no-camera><--smoke>" + end);
+  EXPECT_EQ(started({"--layout-test"}), kWithoutSensor + "<--layout-test>" + end);
 }
 
 TEST_F(Start, LeavesAChosenPlatformAlone) {
