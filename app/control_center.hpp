@@ -10,6 +10,7 @@
 #include "app/run_state/options.hpp"
 #include "app/run_state/runtime_status.hpp"
 #include "awareness/mode_hold_back.hpp"
+#include "capture/frame_conversion.hpp"
 #include "capture/kinect_session.hpp"
 #include "face_pipeline/face_detectors.hpp"
 #include "face_pipeline/recognition_state.hpp"
@@ -17,9 +18,10 @@
 
 namespace halcyra {
 
-// The last picture of each stream, BGR; a turn without a new frame shows the old one.
+// The last pictures of each stream, those of infrared and depth in BGR; a turn without a new frame
+// shows the old ones.
 struct Previews {
-  cv::Mat color;
+  ColorImages color;
   cv::Mat infrared;
   cv::Mat depth;
 };

@@ -37,14 +37,11 @@ std::vector<FaceInfo> find_faces(ControlCenter& center, const cv::Mat& grey) {
   return analyze_faces(detections, grey, center.recognition, status, center.options);
 }
 
-// Finds the faces in the held set's colour frame, and makes the frame the colour preview.
+// Makes the held set's colour frame the colour preview, and finds the faces in it.
 std::vector<FaceInfo> process_color(ControlCenter& center) {
-  const ColorImages color = convert_color(center.kinect);
-  if (color.bgr.empty()) return {};
+  if (!convert_color(center.kinect, center.previews.color)) return {};
   count_frame(center.loop, center.status);
-  std::vector<FaceInfo> faces = find_faces(center, color.grey);
-  center.previews.color = color.bgr;
-  return faces;
+  return find_faces(center, center.previews.color.grey);
 }
 
 std::vector<FaceInfo> process_frame_set(ControlCenter& center) {
@@ -90,7 +87,7 @@ std::vector<FaceInfo> observe_room(ControlCenter& center) {
   std::vector<FaceInfo> faces = process_frame_set(center);
   update_fps(center);
   refresh_services_when_due(center);
-  update_room_awareness(center.status, faces, center.options, center.previews.color.cols,
+  update_room_awareness(center.status, faces, center.options, center.previews.color.bgr.cols,
                         center.loop.mode_hold_back, center.now());
   log_room_events(center.status, center.loop.room_events);
   return faces;
@@ -99,7 +96,7 @@ std::vector<FaceInfo> observe_room(ControlCenter& center) {
 void render_dashboard(ControlCenter& center, const std::vector<FaceInfo>& faces,
                       const Options& frame_options) {
   g_font_scale = frame_options.font_scale;
-  draw_dashboard(center.canvas, center.previews.color, center.previews.infrared,
+  draw_dashboard(center.canvas, center.previews.color.bgr, center.previews.infrared,
                  center.previews.depth, center.status, frame_options, faces);
   if (center.options.layout_test && !center.loop.layout_image_written) {
     write_layout_image(center.canvas, frame_options, center.status);

@@ -23,7 +23,9 @@ struct Pictures {
 
 Pictures pictures_of(const RecordedFrames& frames) {
   Pictures pictures;
-  pictures.color = color_images(frames.color, ChannelOrder::kBgrx).bgr;
+  ColorImages color;
+  color_images(frames.color, ChannelOrder::kBgrx, color);
+  pictures.color = color.bgr;
   infrared_picture(frames.infrared, pictures.infrared);
   depth_picture(frames.depth, pictures.depth);
   return pictures;

@@ -37,7 +37,7 @@ void add_frame_conversion_rows() {
       "depth conversion", "room", [] { depth_picture(frames.depth, picture); },
       [] { depth_floor(frames.depth, levels, picture); });
   add_row(
-      "colour conversion", "room", [] { images = color_images(frames.color, ChannelOrder::kBgrx); },
+      "colour conversion", "room", [] { color_images(frames.color, ChannelOrder::kBgrx, images); },
       [] {
         cv::cvtColor(frames.color, picture, cv::COLOR_BGRA2BGR);
         cv::cvtColor(frames.color, grey, cv::COLOR_BGRA2GRAY);

@@ -12,8 +12,9 @@ struct ColorImages {
 
 enum class ChannelOrder { kBgrx, kRgbx };
 
-// `pixels` is 8-bit with 4 channels, the fourth unused.
-ColorImages color_images(const cv::Mat& pixels, ChannelOrder order);
+// `pixels` is 8-bit with 4 channels, the fourth unused. Writes into the memory of images of the
+// same size.
+void color_images(const cv::Mat& pixels, ChannelOrder order, ColorImages& images);
 
 // Stretches the positive finite intensities (32-bit float, 1 channel) to an equalised 8-bit BGR
 // picture; very bright outliers saturate. False, with `picture` untouched, if no two intensities

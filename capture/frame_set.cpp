@@ -81,12 +81,13 @@ void convert_depth(const KinectSession& session, RuntimeStatus& status, cv::Mat&
   }
 }
 
-ColorImages convert_color(const KinectSession& session) {
+bool convert_color(const KinectSession& session, ColorImages& images) {
   const Frame* frame = usable_frame(session, Frame::Color);
-  if (frame == nullptr) return {};
+  if (frame == nullptr) return false;
   const ChannelOrder order =
       frame->format == Frame::RGBX ? ChannelOrder::kRgbx : ChannelOrder::kBgrx;
-  return color_images(pixels_of(*frame, CV_8UC4), order);
+  color_images(pixels_of(*frame, CV_8UC4), order, images);
+  return true;
 }
 
 void release_frame_set(KinectSession& session) { session.listener->release(session.frames); }

@@ -22,8 +22,9 @@ void convert_infrared(const KinectSession& session, RuntimeStatus& status, cv::M
 // unusable.
 void convert_depth(const KinectSession& session, RuntimeStatus& status, cv::Mat& preview);
 
-// The held colour frame as new images, both empty if it is missing or unusable.
-ColorImages convert_color(const KinectSession& session);
+// Renews the images from the held colour frame. False, with the images as they were, if it is
+// missing or unusable.
+bool convert_color(const KinectSession& session, ColorImages& images);
 
 // Gives the held set back to the listener, which deletes its frames.
 void release_frame_set(KinectSession& session);

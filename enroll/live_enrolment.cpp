@@ -146,9 +146,10 @@ void observe(LiveEnrolment& run, const ColorImages& images) {
 void observe_if_delivered(LiveEnrolment& run) {
   if (!run.kinect.listener->hasNewFrame()) return;
   if (!take_frame_set(run.kinect, run.status)) return;
-  const ColorImages images = convert_color(run.kinect);
+  ColorImages images;
+  const bool is_usable = convert_color(run.kinect, images);
   release_frame_set(run.kinect);
-  if (!images.grey.empty()) observe(run, images);
+  if (is_usable) observe(run, images);
 }
 
 void skip_asked_pose(EnrolmentProgress& progress) {

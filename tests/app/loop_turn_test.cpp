@@ -179,7 +179,7 @@ TEST_F(LoopTurn, TurnsEachStreamIntoItsOwnPreview) {
   start_sensor();
   see(empty_room());
   cv::Mat expected;
-  EXPECT_TRUE(same_pixels(center_.previews.color, empty_room()));
+  EXPECT_TRUE(same_pixels(center_.previews.color.bgr, empty_room()));
   ASSERT_TRUE(infrared_picture(kInfrared, expected));
   EXPECT_TRUE(same_pixels(center_.previews.infrared, expected));
   ASSERT_TRUE(depth_picture(kDepth, expected));
@@ -205,7 +205,7 @@ TEST_F(LoopTurn, KeepsThePreviewsOfTheLastSetWithoutANewOne) {
   const Previews before = center_.previews;
   center_.kinect.streams_started = false;
   EXPECT_TRUE(observe_room(center_).empty());
-  EXPECT_TRUE(same_pixels(center_.previews.color, before.color));
+  EXPECT_TRUE(same_pixels(center_.previews.color.bgr, before.color.bgr));
   EXPECT_TRUE(same_pixels(center_.previews.infrared, before.infrared));
   EXPECT_TRUE(same_pixels(center_.previews.depth, before.depth));
   EXPECT_EQ(center_.status.frames, 1);
@@ -218,7 +218,7 @@ TEST_F(LoopTurn, CountsNoFrameWithoutAUsableColorFrame) {
   feed_set(center_.kinect, cv::Mat(48, 64, CV_8UC3, cv::Scalar(1, 2, 3)), kInfrared, kDepth);
   EXPECT_TRUE(observe_room(center_).empty());
   EXPECT_EQ(center_.status.frames, 1);
-  EXPECT_TRUE(same_pixels(center_.previews.color, empty_room()));
+  EXPECT_TRUE(same_pixels(center_.previews.color.bgr, empty_room()));
   EXPECT_TRUE(center_.kinect.frames.empty());
 }
 
@@ -332,7 +332,7 @@ TEST_F(LoopTurn, DrawsWhatItHasSeenAtTheSizeOfTheFrame) {
   const Options options = frame_options(1000, 600);
   cv::Mat expected;
   g_font_scale = 1.0;
-  draw_dashboard(expected, center_.previews.color, center_.previews.infrared,
+  draw_dashboard(expected, center_.previews.color.bgr, center_.previews.infrared,
                  center_.previews.depth, center_.status, options, faces);
   g_font_scale = 0.5;
   render_dashboard(center_, faces, options);

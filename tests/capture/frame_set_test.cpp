@@ -229,22 +229,30 @@ KinectSession color_session(const std::unique_ptr<Frame>& frame) {
   return session;
 }
 
+ColorImages converted(const cv::Mat& pixels, ChannelOrder order) {
+  ColorImages images;
+  color_images(pixels, order, images);
+  return images;
+}
+
 TEST(ConvertColor, ReadsTheFrameInItsChannelOrder) {
   const cv::Mat pixels = random_pixels(CV_8UC4, 0, 256);
   const std::unique_ptr<Frame> frame = make_frame(pixels, Frame::RGBX);
-  const ColorImages images = convert_color(color_session(frame));
-  const ColorImages expected = color_images(pixels, ChannelOrder::kRgbx);
+  ColorImages images;
+  EXPECT_TRUE(convert_color(color_session(frame), images));
+  const ColorImages expected = converted(pixels, ChannelOrder::kRgbx);
   EXPECT_TRUE(same_pixels(images.bgr, expected.bgr));
   EXPECT_TRUE(same_pixels(images.grey, expected.grey));
 }
 
 TEST(ConvertColor, ReadsEveryOtherFormatAsBgrx) {
   const cv::Mat pixels = random_pixels(CV_8UC4, 0, 256);
-  const ColorImages expected = color_images(pixels, ChannelOrder::kBgrx);
+  const ColorImages expected = converted(pixels, ChannelOrder::kBgrx);
   for (const Frame::Format format :
        {Frame::BGRX, Frame::Invalid, Frame::Raw, Frame::Float, Frame::Gray}) {
     const std::unique_ptr<Frame> frame = make_frame(pixels, format);
-    const ColorImages images = convert_color(color_session(frame));
+    ColorImages images;
+    EXPECT_TRUE(convert_color(color_session(frame), images));
     EXPECT_TRUE(same_pixels(images.bgr, expected.bgr)) << format;
     EXPECT_TRUE(same_pixels(images.grey, expected.grey)) << format;
   }
@@ -253,21 +261,24 @@ TEST(ConvertColor, ReadsEveryOtherFormatAsBgrx) {
 TEST(ConvertColor, OutlivesTheFrame) {
   std::unique_ptr<Frame> frame =
       make_frame(cv::Mat(2, 2, CV_8UC4, cv::Scalar(1, 2, 3, 4)), Frame::BGRX);
-  const ColorImages images = convert_color(color_session(frame));
+  ColorImages images;
+  EXPECT_TRUE(convert_color(color_session(frame), images));
   std::memset(frame->data, 200, 16);
   EXPECT_TRUE(same_pixels(images.bgr, cv::Mat(2, 2, CV_8UC3, cv::Scalar(1, 2, 3))));
 }
 
-TEST(ConvertColor, GivesNothingForAnUnusableFrame) {
+TEST(ConvertColor, KeepsTheImagesWithoutAUsableFrame) {
+  const ColorImages kept = converted(random_pixels(CV_8UC4, 0, 256), ChannelOrder::kBgrx);
+  ColorImages images{kept.bgr.clone(), kept.grey.clone()};
   for (const Damage& damage : damages()) {
     const std::unique_ptr<Frame> frame = make_frame(random_pixels(CV_8UC4, 0, 256), Frame::BGRX);
     damage.apply(*frame);
-    const ColorImages images = convert_color(color_session(frame));
-    EXPECT_TRUE(images.bgr.empty()) << damage.name;
-    EXPECT_TRUE(images.grey.empty()) << damage.name;
+    EXPECT_FALSE(convert_color(color_session(frame), images)) << damage.name;
   }
-  EXPECT_TRUE(convert_color(KinectSession()).bgr.empty());
-  EXPECT_TRUE(convert_color(color_session(nullptr)).grey.empty());
+  EXPECT_FALSE(convert_color(KinectSession(), images));
+  EXPECT_FALSE(convert_color(color_session(nullptr), images));
+  EXPECT_TRUE(same_pixels(images.bgr, kept.bgr));
+  EXPECT_TRUE(same_pixels(images.grey, kept.grey));
 }
 
 // ---- Taking and giving back.

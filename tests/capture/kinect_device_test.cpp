@@ -159,7 +159,9 @@ TEST_F(OpenKinect, DeliversEveryStreamOfTheDevice) {
   cv::Mat depth_preview;
   convert_infrared(session_, status_, infrared_preview);
   convert_depth(session_, status_, depth_preview);
-  EXPECT_TRUE(same_pixels(convert_color(session_).bgr, color));
+  ColorImages images;
+  ASSERT_TRUE(convert_color(session_, images));
+  EXPECT_TRUE(same_pixels(images.bgr, color));
   release_frame_set(session_);
 
   cv::Mat expected;

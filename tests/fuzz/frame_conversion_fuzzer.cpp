@@ -36,7 +36,8 @@ bool same(const cv::Mat& a, const cv::Mat& b) {
 // ---- Colour.
 
 void check_color(const cv::Mat& pixels, ChannelOrder order) {
-  const ColorImages images = color_images(pixels, order);
+  ColorImages images;
+  color_images(pixels, order, images);
   require(images.bgr.size() == pixels.size() && images.bgr.type() == CV_8UC3, "a BGR picture");
   require(images.grey.size() == pixels.size() && images.grey.type() == CV_8UC1, "a grey picture");
   const int blue = order == ChannelOrder::kRgbx ? 2 : 0;
