@@ -1,10 +1,13 @@
 #include "app/picture_window.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <opencv2/core/version.hpp>
 #include <opencv2/highgui.hpp>
 #include <opencv2/imgproc.hpp>
+
+#include "app/run_state/window_limits.hpp"
 
 namespace halcyra {
 namespace {
@@ -46,10 +49,13 @@ bool may_have_grown(cv::Size picture) {
          last.times % kPicturesBetweenLooks == 0;
 }
 
-// How many times as large as the picture it has to be to fill the screen.
+// How many times as large as the picture it has to be to fill the screen. A tool may report a
+// screen that cannot be, for which there would not be enough memory.
 int fullscreen_enlargement(cv::Size picture, cv::Size screen) {
+  const int width = std::min(screen.width, kMostWidth);
+  const int height = std::min(screen.height, kMostHeight);
   int times = kWindowedEnlargement;
-  while (times * picture.width < screen.width || times * picture.height < screen.height) ++times;
+  while (times * picture.width < width || times * picture.height < height) ++times;
   return times;
 }
 

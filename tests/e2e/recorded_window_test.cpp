@@ -130,6 +130,12 @@ TEST_F(RecordedWindow, InFullScreenIsDrawnAtTheStartUpSize) {
   EXPECT_EQ(calls_of("imshow"), (Calls{imshow_call(1440, 810), imshow_call(1440, 810)}));
 }
 
+TEST_F(RecordedWindow, InFullScreenGetsNoLargerCanvasForAScreenThatCannotBe) {
+  stage_.answer("xrandr --current", "screen connected primary 60000x1080+0+0\n");
+  run({"--no-camera", "--frames", "1", "--fullscreen"});
+  EXPECT_EQ(calls_of("imshow"), Calls{imshow_call(7680, 1080)});
+}
+
 TEST_F(RecordedWindow, GivesTheLayoutImageTheNameOfTheFirstLiveSize) {
   script("sizes", "1000 600  1100 700\n");
   run({"--layout-test", "--frames", "2", "--width", "1440", "--height", "810"});
