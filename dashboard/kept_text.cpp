@@ -17,11 +17,12 @@ constexpr std::size_t kMostBytes = 8 << 20;
 // little beyond the pixels that it changes, so a text this close to an edge is not copied.
 constexpr int kLeastFromEdge = 4;
 
-// The changed pixels of a text drawn on a ground of one colour. They are the same wherever it is
-// drawn, since OpenCV computes lines of one pixel's thickness with whole numbers only.
+// All pixels that a text can change, drawn on a ground of one colour. They are the same wherever it
+// is drawn, since OpenCV computes lines of one pixel's thickness with whole numbers only.
 struct KeptText {
-  cv::Mat pixels;    // empty until the text is drawn for the second time
-  cv::Point offset;  // of the pixels from the text's origin
+  bool is_drawn = false;  // from the second time on
+  cv::Mat pixels;         // empty also for a text of blanks
+  cv::Point offset;       // of the pixels from the text's origin
 };
 
 template <class Value>
@@ -47,6 +48,25 @@ void putThinText(cv::Mat& canvas, const std::string& text, cv::Point origin, dou
   cv::putText(canvas, text, origin, kFont, scale, color, 1, cv::LINE_AA);
 }
 
+// The box of the pixels that the text changes on a picture of `size` and one value in all channels.
+cv::Rect changed_box(cv::Size size, int value, const std::string& text, cv::Point origin,
+                     double scale, const cv::Scalar& color) {
+  const cv::Scalar ground = cv::Scalar::all(value);
+  cv::Mat picture(size, CV_8UC3, ground);
+  putThinText(picture, text, origin, scale, color);
+  cv::Mat unchanged;
+  cv::inRange(picture, ground, ground, unchanged);
+  return cv::boundingRect(unchanged == 0);
+}
+
+// A faint pixel at the edge of a line may change only a ground far enough from the text's colour.
+// No ground is farther than black or white.
+cv::Rect touched_box(cv::Size size, const std::string& text, cv::Point origin, double scale,
+                     const cv::Scalar& color) {
+  return changed_box(size, 0, text, origin, scale, color) |
+         changed_box(size, 255, text, origin, scale, color);
+}
+
 KeptText drawn(const std::string& text, double scale, const cv::Scalar& color,
                const cv::Vec3b& ground) {
   int below = 0;
@@ -55,10 +75,8 @@ KeptText drawn(const std::string& text, double scale, const cv::Scalar& color,
   const cv::Point origin(margin, margin + size.height);
   cv::Mat picture(origin.y + below + margin, size.width + 2 * margin, CV_8UC3, ground);
   putThinText(picture, text, origin, scale, color);
-  cv::Mat unchanged;
-  cv::inRange(picture, ground, ground, unchanged);
-  const cv::Rect changed = cv::boundingRect(unchanged == 0);
-  return {picture(changed).clone(), changed.tl() - origin};
+  const cv::Rect touched = touched_box(picture.size(), text, origin, scale, color);
+  return {true, picture(touched).clone(), touched.tl() - origin};
 }
 
 bool has_single_color(const cv::Mat& part, const cv::Vec3b& color) {
@@ -106,7 +124,7 @@ class KeptTexts {
       bytes_ += sizeof(*found) + found->first.size();
       return nullptr;
     }
-    if (kept.pixels.empty()) {
+    if (!kept.is_drawn) {
       kept = drawn(text, scale, color, ground);
       bytes_ += kept.pixels.total() * kept.pixels.elemSize();
     }

@@ -114,6 +114,20 @@ TEST(DrawDashboard, KeepsNoStateBetweenPictures) {
   EXPECT_TRUE(same_pixels(dashboard_showing(scene), first));
 }
 
+// The insets have an edge beside their labels, which are copied from the second time on.
+TEST(DrawDashboard, IsTheSameEachTime) {
+  const FontScaleSetting setting(0.97778);
+  TestScene scene = lively_scene(1280, 720);
+  scene.options.view = "combo";
+  scene.infrared = cv::Mat(424, 512, CV_8UC3, cv::Scalar::all(0));
+  scene.infrared.colRange(0, 101).setTo(cv::Scalar::all(255));
+  scene.depth = scene.infrared;
+  const cv::Mat first = dashboard_showing(scene);
+  for (int time = 0; time < 3; ++time) {
+    EXPECT_TRUE(same_pixels(dashboard_showing(scene), first)) << time;
+  }
+}
+
 TEST(DrawDashboard, DoesNotChangeItsInputs) {
   const TestScene scene = lively_scene(800, 480);
   const cv::Mat color = scene.color.clone();

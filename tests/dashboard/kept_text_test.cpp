@@ -84,6 +84,51 @@ TEST_F(KeptTextTest, LeavesWhatIsBelow) {
   expect_as_library(ground, "above", {40, 40}, 0.5, color);
 }
 
+// `ground` with `other` from one row or column on, or up to it.
+cv::Mat with_other_side(const cv::Mat& ground, int side, int distance, cv::Rect box,
+                        const cv::Scalar& other) {
+  cv::Mat picture = ground.clone();
+  const int left = box.x - distance;
+  const int top = box.y - distance;
+  const int right = box.br().x + distance;
+  const int bottom = box.br().y + distance;
+  const cv::Rect sides[] = {{0, 0, left, picture.rows},
+                            {0, 0, picture.cols, top},
+                            {right, 0, picture.cols - right, picture.rows},
+                            {0, bottom, picture.cols, picture.rows - bottom}};
+  picture(sides[side]).setTo(other);
+  return picture;
+}
+
+cv::Rect box_of_difference(const cv::Mat& a, const cv::Mat& b) {
+  cv::Mat difference;
+  cv::absdiff(a, b, difference);
+  cv::Mat any;
+  cv::inRange(difference, cv::Scalar::all(0), cv::Scalar::all(0), any);
+  return cv::boundingRect(any == 0);
+}
+
+// The faint edge of a line may change that colour, and not the one under the text.
+TEST_F(KeptTextTest, IsThatOfTheLibraryBesideAnotherColor) {
+  const cv::Point origin(60, 50);
+  for (int i = 0; i < 200; ++i) {
+    const cv::Mat ground(size_, CV_8UC3, random_color());
+    const std::string text = "I" + random_text().substr(0, 12);
+    const cv::Scalar color = random_color();
+    const double scale = random_.uniform(0.3, 0.8);
+    for (int time = 0; time < 3; ++time) expect_as_library(ground, text, origin, scale, color);
+    const cv::Rect box =
+        box_of_difference(ground, with_library_text(ground, text, origin, scale, color));
+    for (int side = 0; side < 4; ++side) {
+      for (int distance = 0; distance < 6; ++distance) {
+        const cv::Mat beside =
+            with_other_side(ground, side, distance, box, cv::Scalar::all(255 * (i % 2)));
+        expect_as_library(beside, text, origin, scale, color);
+      }
+    }
+  }
+}
+
 TEST_F(KeptTextTest, IsToldFromOtherTexts) {
   const cv::Mat dark(size_, CV_8UC3, cv::Scalar(20, 40, 60));
   const cv::Mat bright(size_, CV_8UC3, cv::Scalar(120, 140, 160));
