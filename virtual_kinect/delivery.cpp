@@ -5,6 +5,7 @@
 #include <exception>
 #include <mutex>
 #include <string>
+#include <typeinfo>
 
 #include "virtual_kinect/complaint.hpp"
 #include "virtual_kinect/delivered_frame.hpp"
@@ -16,6 +17,7 @@ namespace {
 
 using libfreenect2::Frame;
 using libfreenect2::FrameListener;
+using libfreenect2::SyncMultiFrameListener;
 
 constexpr int kSensorPace = 30;  // also the pace that the time stamps of pace 0 follow
 constexpr std::uint64_t kTicksPerSecond = 8000;
@@ -210,8 +212,24 @@ void Delivery::wait_for_release(std::unique_lock<std::mutex>& lock) const {
   }
 }
 
-// The frames that no listener takes stay in `frames`.
+// Null unless one listener takes whole sets. A class derived from it may have an onNewFrame of its
+// own, which has to be called.
+SyncMultiFrameListener* Delivery::taker_of_sets() const {
+  const std::lock_guard lock(shared_->mutex);
+  FrameListener* const listener = shared_->listeners.color;
+  if (listener == nullptr || listener != shared_->listeners.ir_and_depth) return nullptr;
+  if (typeid(*listener) != typeid(SyncMultiFrameListener)) return nullptr;
+  return static_cast<SyncMultiFrameListener*>(listener);
+}
+
+// Frames that a listener refuses stay in `frames`.
 void Delivery::hand_out(std::vector<PreparedFrame>& frames) {
+  if (SyncMultiFrameListener* const taker = taker_of_sets()) {
+    libfreenect2::FrameMap set;
+    for (auto& [stream, frame] : frames) set[stream] = frame.release();
+    taker->onNewSet(set);
+    return;
+  }
   for (auto& [stream, frame] : frames) {
     FrameListener* listener = nullptr;
     {

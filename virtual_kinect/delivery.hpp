@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include <libfreenect2/frame_listener.hpp>
+#include <libfreenect2/frame_listener_impl.h>
 
 #include "virtual_kinect/delivery_settings.hpp"
 #include "virtual_kinect/frame_source.hpp"
@@ -34,6 +34,9 @@ struct Listeners {
 // frames have been deleted, or a quarter of a second later if nobody takes them. So a reader gets
 // sets that are at most as old as the time it takes between two of them, and no others are made.
 //
+// A SyncMultiFrameListener that takes all streams gets the frames of a set at one moment, any other
+// listener one after the other.
+//
 // An exception of the source or a listener ends the streams as the death of a sensor does: one line
 // on standard error, and nothing more arrives. Frames may outlive the delivery.
 class Delivery {
@@ -44,7 +47,8 @@ class Delivery {
   Delivery(const Delivery&) = delete;
   Delivery& operator=(const Delivery&) = delete;
 
-  // From the next frame on. One that is just being handed out still goes to the listener of before.
+  // From the next set on, or in the middle of one: what is just being handed out still goes to the
+  // listener of before.
   void set_listeners(const Listeners& listeners);
 
   // True when no set will follow: the last one was delivered, or the streams died.
@@ -74,6 +78,7 @@ class Delivery {
   bool rest(std::chrono::nanoseconds duration);
   bool wait_for_turn(std::uint64_t set);
   void wait_for_release(std::unique_lock<std::mutex>& lock) const;
+  libfreenect2::SyncMultiFrameListener* taker_of_sets() const;
   void hand_out(std::vector<PreparedFrame>& frames);
   std::uint64_t set_after(std::uint64_t set) const;
   std::uint32_t timestamp_of(std::uint64_t set) const;

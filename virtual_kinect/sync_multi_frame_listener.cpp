@@ -89,4 +89,19 @@ bool SyncMultiFrameListener::onNewFrame(Frame::Type type, Frame* frame) {
   return true;
 }
 
+void SyncMultiFrameListener::onNewSet(FrameMap& set) {
+  {
+    const std::lock_guard lock(state_->mutex);
+    for (auto& [type, frame] : set) {
+      const auto type_bit = static_cast<unsigned int>(type);
+      if ((state_->subscribed & type_bit) == 0) continue;
+      std::swap(state_->latest[type], frame);
+      state_->present |= type_bit;
+    }
+    state_->changed.notify_all();
+  }
+  for (const auto& [type, replaced] : set) delete replaced;
+  set.clear();
+}
+
 }  // namespace libfreenect2

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
+#include <future>
 #include <iterator>
 #include <mutex>
 #include <optional>
@@ -310,6 +312,63 @@ TEST(RealTimeDelivery, ASetThatNobodyTookIsReplaced) {
     EXPECT_EQ(pixel(frames, type), static_cast<float>(frame->sequence));
   }
   listener.release(frames);
+}
+
+// Gives memory as OpenCV does, and tells when some is given back.
+class TellingAllocator final : public cv::MatAllocator {
+ public:
+  explicit TellingAllocator(std::function<void()> tell) : tell_(std::move(tell)) {}
+
+  cv::UMatData* allocate(int dims, const int* sizes, int type, void* data, std::size_t* step,
+                         cv::AccessFlag flags, cv::UMatUsageFlags usage) const override {
+    cv::UMatData* const memory =
+        cv::Mat::getStdAllocator()->allocate(dims, sizes, type, data, step, flags, usage);
+    memory->prevAllocator = memory->currAllocator = this;
+    return memory;
+  }
+  bool allocate(cv::UMatData* /*data*/, cv::AccessFlag /*flags*/,
+                cv::UMatUsageFlags /*usage*/) const override {
+    return false;
+  }
+  void deallocate(cv::UMatData* memory) const override {
+    tell_();
+    cv::Mat::getStdAllocator()->deallocate(memory);
+  }
+
+ private:
+  std::function<void()> tell_;
+};
+
+// A reader may come at any moment. This one comes while the first frame of a set that nobody took
+// is deleted.
+TEST(RealTimeDelivery, NobodyGetsAPartOfASetWithFramesOfTheOneBefore) {
+  std::optional<SyncMultiFrameListener> listener(kAllTypes);
+  std::promise<std::set<std::uint32_t>> sequences;
+  std::atomic<bool> has_come = false;
+  TellingAllocator allocator([&] {
+    if (has_come || !listener->hasNewFrame() || has_come.exchange(true)) return;
+    FrameMap frames;
+    listener->waitForNewFrame(frames);
+    std::set<std::uint32_t> found;
+    for (const auto& [type, frame] : frames) found.insert(frame->sequence);
+    listener->release(frames);
+    sequences.set_value(found);
+  });
+  FrameSource source;
+  source.streams = {Frame::Color, Frame::Ir, Frame::Depth};
+  source.image = [&allocator](Frame::Type, std::uint64_t) {
+    StreamImage image{{}, cv::Size(1, 1), 4, Frame::Float, true};
+    image.pixels.allocator = &allocator;
+    image.pixels.create(1, 1, CV_32FC1);
+    return image;
+  };
+  {
+    const Delivery delivery(source, {120}, both(*listener));
+    std::future<std::set<std::uint32_t>> found = sequences.get_future();
+    ASSERT_EQ(found.wait_for(kPatience), std::future_status::ready);
+    EXPECT_EQ(found.get().size(), 1U);
+  }
+  listener.reset();  // its frames need the allocator
 }
 
 TEST(RealTimeDelivery, GoesOnWhileASetIsHeld) {

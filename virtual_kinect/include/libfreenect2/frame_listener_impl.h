@@ -6,6 +6,10 @@
 
 #include <libfreenect2/frame_listener.hpp>
 
+namespace halcyra::virtual_kinect {
+class Delivery;
+}
+
 namespace libfreenect2 {
 
 using FrameMap = std::map<Frame::Type, Frame*>;
@@ -32,6 +36,13 @@ class SyncMultiFrameListener : public FrameListener {
   bool onNewFrame(Frame::Type type, Frame* frame) override;
 
  private:
+  friend class halcyra::virtual_kinect::Delivery;
+
+  // onNewFrame for all frames of `set` at one moment, so that no reader gets some of them together
+  // with others of the set before. Leaves the map empty; frames of types that are not subscribed
+  // are deleted.
+  void onNewSet(FrameMap& set);
+
   struct State;
   std::unique_ptr<State> state_;
 };
