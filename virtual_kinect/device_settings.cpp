@@ -1,5 +1,7 @@
 #include "virtual_kinect/device_settings.hpp"
 
+#include <algorithm>
+#include <cstring>
 #include <exception>
 #include <optional>
 #include <set>
@@ -10,6 +12,7 @@
 #include <opencv2/core/persistence.hpp>
 
 #include "virtual_kinect/file_bytes.hpp"
+#include "virtual_kinect/single_document.hpp"
 
 namespace halcyra::virtual_kinect {
 
@@ -107,13 +110,35 @@ std::string storage_text(std::string text) {
   return text + "\n...\n";
 }
 
+// Whether a key may begin at `at`: at the beginning of a line, behind the start marker, or in
+// braces.
+bool may_be_key(const std::string& text, std::size_t at) {
+  constexpr std::string_view kStartMarker = "\n---";
+  const std::size_t before = text.find_last_not_of(' ', at - 1);
+  if (before == std::string::npos || std::strchr("\n{,", text[before]) != nullptr) return true;
+  const std::size_t marker = before + 1 - std::min(before + 1, kStartMarker.size());
+  return text.compare(marker, kStartMarker.size(), kStartMarker) == 0;
+}
+
+// Where the value of the key that ends at `at` begins, behind tags and comments.
+std::size_t value_of_key(const std::string& text, std::size_t at) {
+  constexpr const char* kNoValue = " \r\n:+-";
+  std::size_t value = text.find_first_not_of(kNoValue, at);
+  while (value != std::string::npos && (text[value] == '!' || text[value] == '#')) {
+    const char* const end = text[value] == '#' ? "\n" : " \r\n";
+    value = text.find_first_not_of(kNoValue, text.find_first_of(end, value));
+  }
+  return value;
+}
+
 bool has_too_many_digits(const std::string& text, const std::string& key) {
   constexpr std::size_t kMostDigits = 9;
   for (std::size_t at = text.find(key); at != std::string::npos; at = text.find(key, at + 1)) {
-    const bool starts_line = text.find_last_of('\n', at) == text.find_last_not_of(' ', at - 1);
-    const std::size_t digits = text.find_first_not_of(" \r\n:+-", at + key.size());
+    const std::size_t digits = value_of_key(text, at + key.size());
     const std::size_t end = text.find_first_not_of("0123456789abcdefABCDEFxX", digits);
-    if (starts_line && digits != std::string::npos && end - digits > kMostDigits) return true;
+    if (may_be_key(text, at) && digits != std::string::npos && end - digits > kMostDigits) {
+      return true;
+    }
   }
   return false;
 }
@@ -125,18 +150,6 @@ std::string overflow_fault(const std::string& text) {
     if (has_too_many_digits(text, key)) return "\"" + key + "\" has too many digits";
   }
   return {};
-}
-
-// FileStorage hangs on a line that begins with a dash after the end of a document.
-bool goes_on_with_a_dash(const std::string& document) {
-  constexpr std::string_view kEndMarker = "\n...";
-  std::size_t line = document.find(kEndMarker) + kEndMarker.size();  // storage_text sets one
-  while (line != std::string::npos) {
-    const std::size_t first = document.find_first_not_of(" \t\r\n", line);
-    if (first != std::string::npos && document[first] == '-') return true;
-    line = document.find('\n', first);
-  }
-  return false;
 }
 
 std::string read_map(const cv::FileNode& root, DeviceSettings& settings) {
@@ -152,7 +165,7 @@ std::string read_map(const cv::FileNode& root, DeviceSettings& settings) {
 
 std::string read_settings(const std::string& text, DeviceSettings& settings) {
   const std::string document = storage_text(text);
-  if (text.find('\0') != std::string::npos || goes_on_with_a_dash(document)) return kNotAMap;
+  if (text.find('\0') != std::string::npos || !is_single_document(document)) return kNotAMap;
   try {
     const cv::FileStorage storage(document, cv::FileStorage::READ | cv::FileStorage::MEMORY);
     const cv::FileNode root = storage.root();

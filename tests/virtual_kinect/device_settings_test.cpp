@@ -164,6 +164,8 @@ TEST_F(DeviceSettingsTest, TextIsAnyText) {
   ASSERT_TRUE(read_entries("serial: lab sensor 2\nfirmware: \"\"\n")) << complaint_;
   EXPECT_EQ(settings_.serial, "lab sensor 2");
   EXPECT_EQ(settings_.firmware, "");
+  ASSERT_TRUE(read_entries("serial: a-pace 12345678901\nfirmware: a drop 12345678901\n"))
+      << complaint_;
   ASSERT_TRUE(read_entries("serial: \"...\"\nfirmware: \"pace: 12345678901\"\n")) << complaint_;
   EXPECT_EQ(settings_.serial, "...");
   EXPECT_EQ(settings_.firmware, "pace: 12345678901");
@@ -184,6 +186,17 @@ TEST_F(DeviceSettingsTest, PaceIsNotWrappedAround) {
   for (const char* pace : {"4294967326", "4294967296", "-4294967266", " 0x10000001e"}) {
     expect_refused(std::string("pace: ") + pace + "\n", "pace");
     expect_refused(std::string("open: ok\npace :\n  ") + pace + "\n", "pace");
+  }
+}
+
+TEST_F(DeviceSettingsTest, NumbersAreNotWrappedAroundInAnySpelling) {
+  for (const char* text :
+       {"--- pace: 4294967326\n", "---   pace: 4294967326\n", "---\n{pace: 4294967326}\n",
+        "--- {open: ok, pace: 4294967326}\n", "---\n{ open: ok,\n  pace: 4294967326 }\n",
+        "pace: !!int 4294967326\n", "pace: !!int\n  4294967326\n", "drop: !!int 4294967297\n",
+        "pace: # sets\n  4294967326\n"}) {
+    expect_unreadable(text);
+    EXPECT_NE(complaint_.find("has too many digits"), std::string::npos) << complaint_;
   }
 }
 
@@ -259,10 +272,26 @@ TEST_F(DeviceSettingsTest, WhatIsNoMapIsRefused) {
 }
 
 // OpenCV's reader hangs on these.
-TEST_F(DeviceSettingsTest, ADashAfterTheEndOfTheMapIsRefused) {
-  for (const char* text : {"pace: 1\n...\n- x\n", "pace: 1\n...- x\n",
-                           "pace: 1\n...\n# more\n  - x\n", "---\n...\n-\n", "- 1\n...\n--\n"}) {
+TEST_F(DeviceSettingsTest, WhatStandsBehindTheMapIsRefused) {
+  for (const char* text :
+       {"pace: 1\n...\n- x\n", "pace: 1\n...- x\n", "pace: 1\n...\n# more\n  - x\n",
+        "---\n...\n-\n", "- 1\n...\n--\n", " pace: 1\na.--\n", "--- pace: 1\nabc-\n",
+        "---\n  pace: 1\n abc-\n", "---\n{pace: 1}abc-\n", "---\n{ pace: 1,\n open: ok }\nabc-\n",
+        "---\n{ pace: 1,\n open: ok }abc-\n"}) {
     expect_unreadable(text);
+  }
+}
+
+TEST_F(DeviceSettingsTest, TheMapMayStandAnywhereInItsLines) {
+  for (const char* text :
+       {"---\n  pace: 5\n  open: fail\n", "--- pace: 5\n    open: fail\n",
+        "pace: 5\nopen:\n  fail\n", "---\n{pace: 5, open: fail}\n",
+        "---\n{ pace: 5,\n  open: fail } # both\n...\n",
+        "%YAML:1.0\n# first\n---\n# second\npace: 5\n# third\nopen: fail\n..."}) {
+    SCOPED_TRACE(text);
+    EXPECT_TRUE(read(text)) << complaint_;
+    EXPECT_EQ(settings_.pace, 5);
+    EXPECT_FALSE(settings_.opens);
   }
 }
 
