@@ -1,5 +1,6 @@
 #include "virtual_kinect/room/backdrop.hpp"
 
+#include <atomic>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -15,7 +16,7 @@ namespace {
 constexpr int kFineness = 2;  // drawn this much larger: steps show most on straight edges
 
 // Drawn in bands, so that few of the many pixels exist at a time, and each band on any thread.
-constexpr int kBands = 12;
+constexpr int kBands = 24;
 static_assert(kColorCamera.height % kBands == 0);
 constexpr int kBandRows = kColorCamera.height / kBands;
 
@@ -40,13 +41,18 @@ void shrink(const cv::Mat& fine, int interpolation, cv::Mat band) {
   cv::resize(fine, band, band.size(), 0, 0, interpolation);
 }
 
+// A canvas for any band.
+TwoLightsCanvas make_canvas() {
+  const cv::Size size(kFineCamera.width, kBandRows * kFineness);
+  return {kFineCamera, 0, cv::Mat(size, CV_8UC4), cv::Mat(size, CV_8UC4), cv::Mat(size, CV_32F)};
+}
+
 void draw_band(int number, const std::vector<Surface>& surfaces,
-               const std::vector<cv::Rect>& extents, Backdrop& backdrop) {
+               const std::vector<cv::Rect>& extents, TwoLightsCanvas& canvas, Backdrop& backdrop) {
   const cv::Range rows(number * kBandRows, (number + 1) * kBandRows);
   const cv::Range fine_rows(rows.start * kFineness, rows.end * kFineness);
-  const cv::Size size(kFineCamera.width, fine_rows.size());
-  const TwoLightsCanvas canvas{kFineCamera, fine_rows.start, cv::Mat::zeros(size, CV_8UC4),
-                               cv::Mat::zeros(size, CV_8UC4), cv::Mat::zeros(size, CV_32F)};
+  canvas.first_row = fine_rows.start;
+  for (cv::Mat* picture : {&canvas.daylight, &canvas.lamp, &canvas.nearness}) *picture = 0;
   for (const Surface* surface : surfaces_in(fine_rows, surfaces, extents)) {
     draw(canvas, *surface, Pose{});
   }
@@ -63,9 +69,14 @@ void draw_color(const std::vector<Surface>& surfaces, Backdrop& backdrop) {
   std::vector<cv::Rect> extents;
   extents.reserve(surfaces.size());
   for (const Surface& surface : surfaces) extents.push_back(extent(kFineCamera, surface, Pose{}));
-  cv::parallel_for_(cv::Range(0, kBands), [&](const cv::Range& bands) {
-    for (int band = bands.start; band < bands.end; ++band) {
-      draw_band(band, surfaces, extents, backdrop);
+  // Each thread draws all its bands into one canvas, as fresh memory for each takes its time.
+  std::atomic<int> next_band = 0;
+  cv::parallel_for_({0, cv::getNumThreads()}, [&](const cv::Range&) {
+    int band = next_band++;
+    if (band >= kBands) return;
+    TwoLightsCanvas canvas = make_canvas();
+    for (; band < kBands; band = next_band++) {
+      draw_band(band, surfaces, extents, canvas, backdrop);
     }
   });
 }

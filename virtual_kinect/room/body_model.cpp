@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "virtual_kinect/room/coat.hpp"
 #include "virtual_kinect/room/shapes.hpp"
 #include "virtual_kinect/room/value_noise.hpp"
 
@@ -30,9 +31,15 @@ void add_folds(Surface& surface, float depth, const Vec3& scale, std::uint32_t s
   update_normals(surface, true);
 }
 
-Reflectance cloth(const Vec3& color, float infrared, const Vec3& p, std::uint32_t seed) {
-  const float weave =
-      0.04F * value_noise(p * 0.2F, seed) + 0.03F * value_noise(p * 0.42F, seed + 5);
+// How much brighter a woven cloth is at each place than on average, as a share.
+std::vector<float> weave_of(const Places& places, std::uint32_t seed) {
+  std::vector<float> weave = value_noise(places * 0.2F, seed);
+  const std::vector<float> fine = value_noise(places * 0.42F, seed + 5);
+  for (std::size_t i = 0; i < weave.size(); ++i) weave[i] = 0.04F * weave[i] + 0.03F * fine[i];
+  return weave;
+}
+
+Reflectance cloth(const Vec3& color, float infrared, float weave) {
   return {color * (1.0F + weave), infrared * (1.0F + weave)};
 }
 
@@ -48,9 +55,11 @@ Surface make_neck(const HeadLook& head) {
     const float front = smoothstep(0.0F, -0.6F, neck.normals[i].z);
     neck.openness[i] = mix(0.62F - 0.30F * front, 0.95F, below_chin);
   }
-  paint(neck, {64, 64}, [&head](float, float, const Vec3& p) {
-    return Reflectance{head.skin * (0.95F + 0.03F * layered_noise(p * 0.04F, head.seed)),
-                       kSkinInfrared};
+  paint(neck, {64, 64}, [&head](const Texels& texels) {
+    const std::vector<float> mottle = layered_noise(texels.points * 0.04F, head.seed);
+    return reflectances(texels, [&](std::size_t i) {
+      return Reflectance{head.skin * (0.95F + 0.03F * mottle[i]), kSkinInfrared};
+    });
   });
   neck.gloss = 0.08F;
   return neck;
@@ -69,16 +78,19 @@ float neckline(Clothing clothing, float side) {
   return -1180.0F - 3.0F * side;
 }
 
-Reflectance upper_cloth(const BodyLook& look, const HeadLook& head, const Vec3& p, bool front) {
+// `weave` is that of the garment, `shirt_weave` that of the shirt under a jacket.
+Reflectance upper_cloth(const BodyLook& look, const HeadLook& head, const Vec3& p, float weave,
+                        float shirt_weave) {
+  const bool front = p.z < 0.0F;
   const float side = std::fabs(p.x);
   const float line = neckline(look.clothing, side);
-  Reflectance r = cloth(look.top, look.top_infrared, p, head.seed + 20);
+  Reflectance r = cloth(look.top, look.top_infrared, weave);
   if (look.clothing == Clothing::kSweater) {
     r.color = r.color * (1.0F + 0.03F * std::sin(p.x * 0.30F));  // knitted in ribs
   }
   if (!front) return r;
   if (look.clothing == Clothing::kJacket && p.y < line) {
-    r = cloth(look.accent, 0.7F, p, head.seed + 21);
+    r = cloth(look.accent, 0.7F, shirt_weave);
     const float button = std::hypot(p.x, std::fmod(p.y + 2000.0F, 95.0F) - 47.0F);
     r.color = r.color * (button < 6.0F ? 0.8F : 1.0F) * (side < 2.5F ? 0.86F : 1.0F);
   } else if (look.clothing == Clothing::kJacket && p.y < line + 60.0F) {
@@ -120,8 +132,14 @@ Surface make_torso(const BodyLook& look, const HeadLook& head) {
         (1.0F - smoothstep(-1480, -1400, p.y)) * (1.0F - smoothstep(80, 150, std::fabs(p.x)));
     torso.openness[i] *= (1.0F - 0.12F * armpit) * (1.0F - 0.35F * below_head);
   }
-  paint(torso, {640, 512},
-        [&](float, float, const Vec3& p) { return upper_cloth(look, head, p, p.z < 0.0F); });
+  paint(torso, {640, 512}, [&](const Texels& texels) {
+    const std::vector<float> weave = weave_of(texels.points, head.seed + 20);
+    const std::vector<float> shirt_weave =
+        look.clothing == Clothing::kJacket ? weave_of(texels.points, head.seed + 21) : weave;
+    return reflectances(texels, [&](std::size_t i) {
+      return upper_cloth(look, head, texels.points[i], weave[i], shirt_weave[i]);
+    });
+  });
   return torso;
 }
 
@@ -133,8 +151,10 @@ Surface make_limb(std::vector<Ring> rings, float girth, const Vec3& color, float
   }
   Surface limb = make_tube(rings, 29, 33);
   add_folds(limb, 1.5F, {0.012F, 0.02F, 0.012F}, seed);
-  paint(limb, {128, 256},
-        [&](float, float, const Vec3& p) { return cloth(color, infrared, p, seed + 1); });
+  paint(limb, {128, 256}, [&](const Texels& texels) {
+    const std::vector<float> weave = weave_of(texels.points, seed + 1);
+    return reflectances(texels, [&](std::size_t i) { return cloth(color, infrared, weave[i]); });
+  });
   return limb;
 }
 
@@ -147,11 +167,14 @@ Surface make_hand(const Vec3& skin) {
                             {{-8, 180, -27}, 10, 20},
                             {{-10, 190, -30}, 2, 4}},
                            21, 25);
-  paint(hand, {64, 128}, [&skin](float, float, const Vec3& p) {
-    const float across = p.z + 0.12F * p.y;
-    const bool between_fingers = p.y > 92.0F && std::sin(across * 0.36F) > 0.86F;
-    const float knuckle = 1.0F - 0.06F * smoothstep(8.0F, 2.0F, std::fabs(p.y - 84.0F));
-    return Reflectance{skin * ((between_fingers ? 0.90F : 0.96F) * knuckle), kSkinInfrared};
+  paint(hand, {64, 128}, [&skin](const Texels& texels) {
+    return reflectances(texels, [&](std::size_t i) {
+      const Vec3 p = texels.points[i];
+      const float across = p.z + 0.12F * p.y;
+      const bool between_fingers = p.y > 92.0F && std::sin(across * 0.36F) > 0.86F;
+      const float knuckle = 1.0F - 0.06F * smoothstep(8.0F, 2.0F, std::fabs(p.y - 84.0F));
+      return Reflectance{skin * ((between_fingers ? 0.90F : 0.96F) * knuckle), kSkinInfrared};
+    });
   });
   return hand;
 }
@@ -163,16 +186,20 @@ Surface make_thumb(const Vec3& skin) {
                              {{-5, 96, -55}, 9, 9},
                              {{-5, 106, -56}, 2, 2}},
                             13, 13);
-  paint(thumb, {16, 32}, [&skin](float, float v, const Vec3&) {
-    return Reflectance{skin * (v > 0.86F ? 1.04F : 0.95F), kSkinInfrared};
+  paint(thumb, {16, 32}, [&skin](const Texels& texels) {
+    return reflectances(texels, [&](std::size_t i) {
+      return Reflectance{skin * (texels.v[i] > 0.86F ? 1.04F : 0.95F), kSkinInfrared};
+    });
   });
   return thumb;
 }
 
 Surface make_shoe(const Vec3& color) {
   Surface shoe = make_cushion({0, 2, -60}, {46, 42, 128});
-  paint(shoe, {64, 64}, [&color](float, float, const Vec3& p) {
-    return Reflectance{color * (p.y > 28.0F ? 0.5F : 1.0F), 0.3F};
+  paint(shoe, {64, 64}, [&color](const Texels& texels) {
+    return reflectances(texels, [&](std::size_t i) {
+      return Reflectance{color * (texels.points.y[i] > 28.0F ? 0.5F : 1.0F), 0.3F};
+    });
   });
   return shoe;
 }

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <vector>
 
+#include "virtual_kinect/room/four_floats.hpp"
 #include "virtual_kinect/room/raster.hpp"
 
 namespace halcyra::virtual_kinect::room {
@@ -27,7 +28,6 @@ constexpr std::size_t kLight = 1;
 constexpr std::size_t kDaylight = 1;
 constexpr std::size_t kLamp = 2;
 
-using FourInts = std::int32_t __attribute__((vector_size(16)));
 using FourShorts = std::uint16_t __attribute__((vector_size(8)));
 
 using ColorCorner = Corner<kLight + 1>;
@@ -84,13 +84,12 @@ struct Texture {
   int most_y;
 };
 
-// The four bytes of a texel, each in 16 bits.
+// The four bytes of a texel, each in 16 bits: the first, the third, the second, the fourth.
 std::uint64_t spread(const uchar* texel) {
   std::uint32_t bytes = 0;
   std::memcpy(&bytes, texel, sizeof(bytes));
-  std::uint64_t spread = bytes;
-  spread = (spread | spread << 16U) & 0x0000FFFF0000FFFFU;
-  return (spread | spread << 8U) & 0x00FF00FF00FF00FFU;
+  const std::uint64_t wide = bytes;
+  return (wide | wide << 24U) & 0x00FF00FF00FF00FFU;
 }
 
 // Between the four texels around a place, which is computed in 24.8 fixed-point numbers. Blue,
@@ -109,8 +108,9 @@ inline FourFloats sample(const Texture& texture, float x, float y) {
   // The weights add up to 256, so no sum needs more than its 16 bits.
   const std::uint64_t sums =
       spread(p) * w00 + spread(p + 4) * w10 + spread(q) * w01 + spread(q + 4) * w11;
-  FourShorts channels;
-  std::memcpy(&channels, &sums, sizeof(channels));
+  FourShorts spread_channels;
+  std::memcpy(&spread_channels, &sums, sizeof(sums));
+  const FourShorts channels = __builtin_shufflevector(spread_channels, spread_channels, 0, 2, 1, 3);
   return __builtin_convertvector(__builtin_convertvector(channels, FourInts), FourFloats);
 }
 

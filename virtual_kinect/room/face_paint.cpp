@@ -31,42 +31,82 @@ float stroke(float distance, float width) {
 
 }  // namespace
 
-Reflectance FacePaint::at(const Vec3& p, float hair_cover) const {
+std::vector<Reflectance> FacePaint::at(const Places& points,
+                                       const std::vector<float>& hair_cover) const {
+  std::vector<float> shares(points.size());
+  Places with_skin;
+  Places with_hair;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const Vec3 p = points[i];
+    shares[i] = hair_share(p, hair_cover[i]);
+    if (shares[i] < 1.0F) with_skin.add(p);
+    if (shares[i] > 0.0F) with_hair.add(p);
+  }
+  const std::vector<Reflectance> all_skin = skin(with_skin);
+  const std::vector<Reflectance> all_hair = hair(with_hair);
+  auto next_skin = all_skin.begin();
+  auto next_hair = all_hair.begin();
+  std::vector<Reflectance> all;
+  all.reserve(points.size());
+  for (const float share : shares) {
+    all.push_back(share < 1.0F ? *next_skin++ : *next_hair);
+    if (share <= 0.0F) continue;
+    cover(all.back(), next_hair->color, next_hair->infrared, share);
+    ++next_hair;
+  }
+  return all;
+}
+
+float FacePaint::hair_share(const Vec3& p, float hair_cover) const {
   constexpr float kRaggedness = 2.5F;  // millimetres
   constexpr float kSkinShows = -1.5F;
   constexpr float kHairHides = 2.0F;
-  if (hair_cover > kHairHides + kRaggedness) return hair(p);
-  if (hair_cover < kSkinShows - kRaggedness) return skin(p);
+  if (hair_cover > kHairHides + kRaggedness) return 1.0F;
+  if (hair_cover < kSkinShows - kRaggedness) return 0.0F;
   const float ragged = hair_cover + kRaggedness * value_noise(p * 0.16F, look_.seed + 5);
-  const float share = smoothstep(kSkinShows, kHairHides, ragged);
-  if (share >= 1.0F) return hair(p);
-  Reflectance r = skin(p);
-  if (share > 0.0F) {
-    const Reflectance strands = hair(p);
-    cover(r, strands.color, strands.infrared, share);
-  }
-  return r;
+  return smoothstep(kSkinShows, kHairHides, ragged);
 }
 
-Reflectance FacePaint::hair(const Vec3& p) const {
+std::vector<Reflectance> FacePaint::hair(const Places& points) const {
   const bool wavy = look_.hair_cut == HairCut::kLongWavy;
-  const float sway = wavy ? 9.0F * value_noise(p * 0.03F, look_.seed + 9) : 0.0F;
-  const float around = std::atan2(p.x + sway, p.z - 15.0F) * 14.0F;
-  const float strands = 0.65F * value_noise({around, p.y * 0.03F, 0.0F}, look_.seed + 6) +
-                        0.35F * value_noise({around * 2.7F, p.y * 0.05F, 3.0F}, look_.seed + 7);
-  return {look_.hair * (1.0F + 0.34F * strands), kHairInfrared * (1.0F + 0.2F * strands)};
+  std::vector<float> sway(points.size(), 0.0F);
+  if (wavy) sway = scaled(value_noise(points * 0.03F, look_.seed + 9), 9.0F);
+  std::vector<float> around(points.size());
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    around[i] = std::atan2(points.x[i] + sway[i], points.z[i] - 15.0F) * 14.0F;
+  }
+  const auto even = [&](float z) { return std::vector<float>(points.size(), z); };
+  const std::vector<float> locks =
+      value_noise(Places{around, scaled(points.y, 0.03F), even(0.0F)}, look_.seed + 6);
+  const std::vector<float> fine = value_noise(
+      Places{scaled(around, 2.7F), scaled(points.y, 0.05F), even(3.0F)}, look_.seed + 7);
+  std::vector<Reflectance> all(points.size());
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const float strands = 0.65F * locks[i] + 0.35F * fine[i];
+    all[i] = {look_.hair * (1.0F + 0.34F * strands), kHairInfrared * (1.0F + 0.2F * strands)};
+  }
+  return all;
 }
 
-Reflectance FacePaint::skin(const Vec3& p) const {
-  const Vec3 q{p.x / look_.width, p.y / look_.height, p.z};
-  const auto [mottle, pores] =
-      layered_and_single_noise(p * 0.045F, look_.seed, p * 0.45F, look_.seed + 1);
-  const float roughness = 0.03F + 0.035F * look_.wrinkles + 0.02F * look_.freckles;
-  float tone = 1.0F + 0.030F * mottle + roughness * pores;
+std::vector<Reflectance> FacePaint::skin(const Places& points) const {
+  const std::vector<float> mottle = layered_noise(points * 0.045F, look_.seed);
+  const std::vector<float> pores = value_noise(points * 0.45F, look_.seed + 1);
+  std::vector<float> lines(points.size(), 0.0F);
   if (look_.wrinkles > 0.0F) {
-    const float lines = value_noise(multiply(p, {0.11F, 0.19F, 0.11F}), look_.seed + 13);
-    tone += 0.045F * look_.wrinkles * lines;
+    lines = value_noise(multiply(points, {0.11F, 0.19F, 0.11F}), look_.seed + 13);
   }
+  const float roughness = 0.03F + 0.035F * look_.wrinkles + 0.02F * look_.freckles;
+  std::vector<Reflectance> all(points.size());
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const float tone =
+        1.0F + 0.030F * mottle[i] + roughness * pores[i] + 0.045F * look_.wrinkles * lines[i];
+    all[i] = skin_of_tone(points[i], tone);
+  }
+  return all;
+}
+
+Reflectance FacePaint::skin_of_tone(const Vec3& p, float tone) const {
+  const Vec3 q{p.x / look_.width, p.y / look_.height, p.z};
   Reflectance r{look_.skin * tone, kSkinInfrared};
   const Vec3 m{std::fabs(q.x), q.y, q.z};
   if (q.z < -20.0F) {

@@ -1,8 +1,11 @@
 // The colours of a head: skin, eyes, brows, lips, beard, glasses, hair.
 #pragma once
 
+#include <vector>
+
+#include "virtual_kinect/room/coat.hpp"
 #include "virtual_kinect/room/looks.hpp"
-#include "virtual_kinect/room/surface.hpp"
+#include "virtual_kinect/room/places.hpp"
 
 namespace halcyra::virtual_kinect::room {
 
@@ -10,13 +13,15 @@ class FacePaint {
  public:
   explicit FacePaint(const HeadLook& look) : look_(look) {}
 
-  // At a point of the head's surface, in head coordinates (see HeadShape). Hair covers the skin
-  // where `hair_cover` (millimetres) is above 0, with a ragged edge.
-  Reflectance at(const Vec3& p, float hair_cover) const;
+  // At points of the head's surface, in head coordinates (see HeadShape). Hair covers the skin
+  // where `hair_cover` (millimetres, one for each point) is above 0, with a ragged edge.
+  std::vector<Reflectance> at(const Places& points, const std::vector<float>& hair_cover) const;
 
  private:
-  Reflectance skin(const Vec3& p) const;
-  Reflectance hair(const Vec3& p) const;
+  float hair_share(const Vec3& p, float hair_cover) const;
+  std::vector<Reflectance> hair(const Places& points) const;
+  std::vector<Reflectance> skin(const Places& points) const;
+  Reflectance skin_of_tone(const Vec3& p, float tone) const;
   void add_freckles(Reflectance& r, const Vec3& p, const Vec3& q) const;
   void add_wrinkles(Reflectance& r, const Vec3& q) const;
   void add_beard(Reflectance& r, const Vec3& q) const;

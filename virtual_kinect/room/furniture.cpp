@@ -1,12 +1,13 @@
 #include "virtual_kinect/room/furniture.hpp"
 
 #include <cmath>
-#include <functional>
 #include <utility>
 
 #include <opencv2/core/utility.hpp>
 
+#include "virtual_kinect/room/coat.hpp"
 #include "virtual_kinect/room/dimensions.hpp"
+#include "virtual_kinect/room/furniture_coats.hpp"
 #include "virtual_kinect/room/light.hpp"
 #include "virtual_kinect/room/obstacle.hpp"
 #include "virtual_kinect/room/room_shell.hpp"
@@ -17,48 +18,25 @@ namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-using Paint = std::function<Reflectance(float u, float v, const Vec3& point)>;
-
-Paint plain(const Vec3& color, float infrared) {
-  return [color, infrared](float, float, const Vec3& p) {
-    return Reflectance{color * (1.0F + 0.03F * layered_noise(p * 0.02F, 91)), infrared};
-  };
-}
-
-Paint wood(const Vec3& color) {
-  return [color](float, float, const Vec3& p) {
-    const float grain = layered_noise({p.x * 0.006F, p.y * 0.05F, p.z * 0.05F}, 92);
-    return Reflectance{color * (1.0F + 0.14F * grain), 0.5F};
-  };
-}
-
-Paint fabric(const Vec3& color) {
-  return [color](float, float, const Vec3& p) {
-    const auto [coarse, fine] = layered_and_single_noise(p * 0.01F, 94, p * 0.14F, 93);
-    const float weave = fine * 0.05F + coarse * 0.06F;
-    return Reflectance{color * (1.0F + weave), 0.55F};
-  };
-}
-
 class Furnisher {
  public:
-  // `reflectance` is called later, on any thread.
-  void add(Surface surface, cv::Size texture, Paint reflectance) {
+  // `coat` is called later, on any thread.
+  void add(Surface surface, cv::Size texture, Coat coat) {
     surfaces_.push_back(std::move(surface));
-    coats_.push_back({texture, std::move(reflectance)});
+    paintings_.push_back({texture, std::move(coat)});
   }
 
-  void add_box(const Vec3& least, const Vec3& most, const Paint& reflectance, bool casts = true) {
+  void add_box(const Vec3& least, const Vec3& most, const Coat& coat, bool casts = true) {
     for (Surface& face : make_box(least, most, 90.0F)) {
-      add(std::move(face), {64, 64}, reflectance);
+      add(std::move(face), {64, 64}, coat);
     }
     if (casts) {
       obstacles_.push_back({(least + most) * 0.5F, (most - least) * 0.5F});
     }
   }
 
-  void add_cushion(const Vec3& center, const Vec3& half_sizes, const Paint& reflectance) {
-    add(make_cushion(center, half_sizes), {192, 96}, reflectance);
+  void add_cushion(const Vec3& center, const Vec3& half_sizes, const Coat& coat) {
+    add(make_cushion(center, half_sizes), {192, 96}, coat);
     obstacles_.push_back({center, half_sizes * 0.9F});
   }
 
@@ -73,13 +51,13 @@ class Furnisher {
   std::vector<Surface> finish();
 
  private:
-  struct Coat {
-    cv::Size texture;
-    Paint reflectance;
+  struct Painting {
+    cv::Size texture;  // pixels
+    Coat coat;
   };
 
   std::vector<Surface> surfaces_;
-  std::vector<Coat> coats_;  // of the surfaces, in their order
+  std::vector<Painting> paintings_;  // of the surfaces, in their order
   std::vector<Obstacle> obstacles_;
 };
 
@@ -105,12 +83,7 @@ void Furnisher::add_books(float left, float right, float board, std::uint32_t se
         const float bulge = 9.0F * (1.0F - (2.0F * u - 1.0F) * (2.0F * u - 1.0F));
         return Vec3{x + width * u, board - height * (1.0F - v), back - bulge};
       });
-      add(std::move(spine), {16, 64}, [color, band, i](float, float v, const Vec3& p) {
-        const bool label = std::fabs(v - band) < 0.035F || std::fabs(v - 0.86F) < 0.02F;
-        const float wear = 0.06F * layered_noise(p * 0.03F, i);
-        return Reflectance{label ? mix(color, {0.80F, 0.70F, 0.52F}, 0.5F) : color * (1.0F + wear),
-                           0.4F};
-      });
+      add(std::move(spine), {16, 64}, book_spine(color, band, i));
       add(make_sheet({x, board - height, 3900.0F}, {width, 0, 0}, {0, 0, back - 3900.0F}, 60.0F),
           {16, 16}, plain({0.60F, 0.52F, 0.42F}, 0.6F));
     }
@@ -181,10 +154,7 @@ void Furnisher::add_lamp() {
   Surface shade = make_tube(
       {{{x, -560, z}, 130, 130}, {{x, -400, z}, 165, 165}, {{x, -250, z}, 200, 200}}, 41, 9);
   shade.lamp_glow = 0.95F;
-  add(std::move(shade), {128, 64}, [](float, float v, const Vec3& p) {
-    const float warm = 0.82F + 0.25F * std::sin(kPi * v) + 0.02F * value_noise(p * 0.2F, 95);
-    return Reflectance{Vec3{0.98F, 0.87F, 0.68F} * std::fmin(warm, 1.0F), 0.7F};
-  });
+  add(std::move(shade), {128, 64}, lamp_shade);
   add(make_tube({{{x, -250, z}, 11, 11}, {{x, 1330, z}, 11, 11}}, 13, 40), {16, 64},
       plain({0.30F, 0.27F, 0.24F}, 0.2F));
   add(make_tube({{{x, 1322, z}, 30, 30}, {{x, 1328, z}, 150, 150}, {{x, 1350, z}, 155, 155}}, 33,
@@ -204,12 +174,7 @@ void Furnisher::add_leaf(const Vec3& root, float azimuth, float reach, float ris
     return root + out * (reach * along) + side * (width * (2.0F * u - 1.0F) * 0.5F) +
            Vec3{0.0F, -height - fold, 0.0F};
   });
-  const Paint green = [azimuth](float u, float v, const Vec3& p) {
-    const bool rib = std::fabs(u - 0.5F) < 0.04F;
-    const float tone = 0.85F + 0.1F * std::sin(azimuth * 5.0F) + 0.15F * (1.0F - v) +
-                       0.06F * layered_noise(p * 0.02F, 96);
-    return Reflectance{Vec3{0.36F, 0.50F, 0.30F} * (rib ? tone * 1.12F : tone), 0.75F};
-  };
+  const Coat green = leaf_green(azimuth);
   add(reversed(leaf), {16, 32}, green);
   add(std::move(leaf), {16, 32}, green);
 }
@@ -238,8 +203,8 @@ std::vector<Surface> Furnisher::finish() {
   cv::parallel_for_({0, static_cast<int>(surfaces_.size())}, [&](const cv::Range& range) {
     for (int number = range.start; number < range.end; ++number) {
       Surface& surface = surfaces_[static_cast<std::size_t>(number)];
-      const Coat& coat = coats_[static_cast<std::size_t>(number)];
-      paint(surface, coat.texture, coat.reflectance);
+      const Painting& painting = paintings_[static_cast<std::size_t>(number)];
+      paint(surface, painting.texture, painting.coat);
       for (std::size_t i = 0; i < surface.points.size(); ++i) {
         surface.openness[i] = openness_among(all, surface.points[i], surface.normals[i]);
       }
@@ -253,7 +218,7 @@ std::vector<Surface> Furnisher::finish() {
 std::vector<Surface> furnish_room() {
   Furnisher furnisher;
   for (ShellPart& part : make_shell()) {
-    furnisher.add(std::move(part.surface), part.texture, part.reflectance);
+    furnisher.add(std::move(part.surface), part.texture, std::move(part.coat));
   }
   furnisher.add_shelf();
   furnisher.add_sofa();

@@ -1,17 +1,16 @@
 #include "virtual_kinect/room/head_shape.hpp"
 
-#include <algorithm>
-#include <cmath>
-
 namespace halcyra::virtual_kinect::room {
 
 namespace {
 
 constexpr float kNoSurface = 1e6F;
 
-float smooth_min(float a, float b, float blend) {
-  const float h = std::max(blend - std::fabs(a - b), 0.0F) / blend;
-  return std::min(a, b) - 0.25F * blend * h * h;
+FourFloats magnitudes(const FourFloats& a) { return most(a, -a); }
+
+FourFloats smooth_min(const FourFloats& a, const FourFloats& b, float blend) {
+  const FourFloats h = most(blend - magnitudes(a - b), FourFloats{}) / blend;
+  return least(a, b) - 0.25F * blend * h * h;
 }
 
 }  // namespace
@@ -70,66 +69,72 @@ void HeadShape::add_hair(const HeadLook& look) {
   }
 }
 
-float HeadShape::distance(const Ellipsoid& ellipsoid, const Vec3& p) {
-  const Vec3 q = p - ellipsoid.center;
-  const Vec3 n{q.x / ellipsoid.radii.x, q.y / ellipsoid.radii.y, q.z / ellipsoid.radii.z};
-  const Vec3 m{n.x / ellipsoid.radii.x, n.y / ellipsoid.radii.y, n.z / ellipsoid.radii.z};
-  const float k = length(n);
-  return k * (k - 1.0F) / std::max(length(m), 1e-6F);
+FourFloats HeadShape::distances(const Ellipsoid& ellipsoid, const FourPoints& p) {
+  const FourPoints n = divide(p - ellipsoid.center, ellipsoid.radii);
+  const FourPoints m = divide(n, ellipsoid.radii);
+  const FourFloats k = lengths(n);
+  return k * (k - 1.0F) / most(lengths(m), FourFloats{} + 1e-6F);
 }
 
-float HeadShape::skin_distance(const Vec3& p) const {
-  float d = kNoSurface;
-  for (const Ellipsoid& part : flesh_) d = smooth_min(d, distance(part, p), part.blend);
-  for (const Ellipsoid& hollow : hollows_) d = -smooth_min(-d, distance(hollow, p), hollow.blend);
-  for (const Ellipsoid& part : details_) d = smooth_min(d, distance(part, p), part.blend);
+FourFloats HeadShape::skin_distances(const FourPoints& p) const {
+  FourFloats d = FourFloats{} + kNoSurface;
+  for (const Ellipsoid& part : flesh_) d = smooth_min(d, distances(part, p), part.blend);
+  for (const Ellipsoid& hollow : hollows_) d = -smooth_min(-d, distances(hollow, p), hollow.blend);
+  for (const Ellipsoid& part : details_) d = smooth_min(d, distances(part, p), part.blend);
   return d;
 }
 
-float HeadShape::hair_distance(const Vec3& p) const {
-  float d = kNoSurface;
-  for (const Ellipsoid& lock : hair_) d = smooth_min(d, distance(lock, p), lock.blend);
+FourFloats HeadShape::hair_distances(const FourPoints& p) const {
+  FourFloats d = FourFloats{} + kNoSurface;
+  for (const Ellipsoid& lock : hair_) d = smooth_min(d, distances(lock, p), lock.blend);
   return d;
 }
 
-float HeadShape::distance(const Vec3& p) const {
-  const Vec3 q{std::fabs(p.x) / stretch_.x, p.y / stretch_.y, p.z / stretch_.z};
-  return smooth_min(skin_distance(q), hair_distance(q), 4.0F);
+FourPoints HeadShape::unstretched(const FourPoints& p) const {
+  return divide({magnitudes(p.x), p.y, p.z}, stretch_);
 }
 
-float HeadShape::hair_cover(const Vec3& p) const {
-  const Vec3 q{std::fabs(p.x) / stretch_.x, p.y / stretch_.y, p.z / stretch_.z};
-  return skin_distance(q) - hair_distance(q);
+FourFloats HeadShape::distances(const FourPoints& p) const {
+  const FourPoints q = unstretched(p);
+  return smooth_min(skin_distances(q), hair_distances(q), 4.0F);
+}
+
+FourFloats HeadShape::hair_cover(const FourPoints& p) const {
+  const FourPoints q = unstretched(p);
+  return skin_distances(q) - hair_distances(q);
 }
 
 // Searches from outside inwards, so that the nose hides what is behind it.
-Vec3 HeadShape::surface_point(const Vec3& direction) const {
-  float radius = 190.0F;
+FourPoints HeadShape::surface_points(const FourPoints& directions) const {
+  FourFloats radii = FourFloats{} + 190.0F;
+  FourInts searching = ~FourInts{};  // all bits of a lane, until its point is found
   for (int step = 0; step < 24; ++step) {
-    const float d = distance(direction * radius);
-    if (std::fabs(d) < 0.05F) break;
-    radius = std::max(radius - 0.9F * d, 10.0F);
+    const FourFloats d = distances(directions * radii);
+    searching &= magnitudes(d) >= 0.05F;
+    radii = searching ? most(radii - 0.9F * d, FourFloats{} + 10.0F) : radii;
   }
-  return direction * radius;
+  return directions * radii;
 }
 
-Vec3 HeadShape::normal(const Vec3& p) const {
+FourPoints HeadShape::normals(const FourPoints& p) const {
   constexpr float kStep = 0.7F;
-  const float a = distance(p + Vec3{kStep, -kStep, -kStep});
-  const float b = distance(p + Vec3{-kStep, -kStep, kStep});
-  const float c = distance(p + Vec3{-kStep, kStep, -kStep});
-  const float d = distance(p + Vec3{kStep, kStep, kStep});
-  return normalized({a - b - c + d, -a - b + c + d, -a + b - c + d});
+  const FourFloats a = distances(p + Vec3{kStep, -kStep, -kStep});
+  const FourFloats b = distances(p + Vec3{-kStep, -kStep, kStep});
+  const FourFloats c = distances(p + Vec3{-kStep, kStep, -kStep});
+  const FourFloats d = distances(p + Vec3{kStep, kStep, kStep});
+  const FourPoints slopes = {a - b - c + d, -a - b + c + d, -a + b - c + d};
+  return slopes * (1.0F / most(lengths(slopes), FourFloats{} + 1e-9F));
 }
 
-float HeadShape::openness(const Vec3& p, const Vec3& normal) const {
-  float hidden = 0.0F;
+FourFloats HeadShape::openness(const FourPoints& p, const FourPoints& normals) const {
+  FourFloats hidden{};
   float weight = 0.5F;
   for (const float reach : {5.0F, 12.0F, 26.0F}) {
-    hidden += weight * std::max(0.0F, 1.0F - distance(p + normal * reach) / reach);
+    const FourFloats open = distances(p + normals * (FourFloats{} + reach)) / reach;
+    hidden += weight * most(FourFloats{}, 1.0F - open);
     weight *= 0.75F;
   }
-  return std::max(0.25F, 1.0F - 0.9F * hidden);
+  return most(FourFloats{} + 0.25F, 1.0F - 0.9F * hidden);
 }
 
 }  // namespace halcyra::virtual_kinect::room

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "virtual_kinect/room/four_floats.hpp"
 #include "virtual_kinect/room/looks.hpp"
 #include "virtual_kinect/room/vec3.hpp"
 
@@ -14,16 +15,16 @@ class HeadShape {
  public:
   explicit HeadShape(const HeadLook& look);
 
-  // Millimetres from skin or hair, negative inside; exact only near the surface.
-  float distance(const Vec3& p) const;
+  // All of these do four points at once.
+
   // How far the hair stands out over the skin, in millimetres; below 0 where there is none.
-  float hair_cover(const Vec3& p) const;
-  // The outermost point of the surface in a direction (of length 1) from the origin.
-  Vec3 surface_point(const Vec3& direction) const;
-  // Outward, of length 1, at a point of the surface.
-  Vec3 normal(const Vec3& p) const;
-  // How open a point of the surface is to light from all around: 0.25 in a deep fold, 1 on a bulge.
-  float openness(const Vec3& p, const Vec3& normal) const;
+  FourFloats hair_cover(const FourPoints& p) const;
+  // The outermost points of the surface in directions (of length 1) from the origin.
+  FourPoints surface_points(const FourPoints& directions) const;
+  // Outward, of length 1, at points of the surface.
+  FourPoints normals(const FourPoints& p) const;
+  // How open points of the surface are to light from all around: 0.25 in a deep fold, 1 on a bulge.
+  FourFloats openness(const FourPoints& p, const FourPoints& normals) const;
 
  private:
   struct Ellipsoid {
@@ -34,9 +35,13 @@ class HeadShape {
 
   void add_flesh(const HeadLook& look);
   void add_hair(const HeadLook& look);
-  float skin_distance(const Vec3& p) const;
-  float hair_distance(const Vec3& p) const;
-  static float distance(const Ellipsoid& ellipsoid, const Vec3& p);
+  // Millimetres from skin or hair, negative inside; exact only near the surface.
+  FourFloats distances(const FourPoints& p) const;
+  FourFloats skin_distances(const FourPoints& p) const;
+  FourFloats hair_distances(const FourPoints& p) const;
+  static FourFloats distances(const Ellipsoid& ellipsoid, const FourPoints& p);
+  // On the average head, in the half with x >= 0.
+  FourPoints unstretched(const FourPoints& p) const;
 
   // The half with x >= 0; the other mirrors it.
   std::vector<Ellipsoid> flesh_;

@@ -8,10 +8,9 @@
 
 #include <opencv2/core/types.hpp>
 
-namespace halcyra::virtual_kinect::room {
+#include "virtual_kinect/room/four_floats.hpp"
 
-// Computed with as one.
-using FourFloats = float __attribute__((vector_size(16)));
+namespace halcyra::virtual_kinect::room {
 
 // The values that vary linearly over a triangle, in fours.
 template <std::size_t kFours>

@@ -1,11 +1,11 @@
 // The room itself: walls, floor, rug, ceiling, window, curtains and the painting on the wall.
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include <opencv2/core/types.hpp>
 
+#include "virtual_kinect/room/coat.hpp"
 #include "virtual_kinect/room/obstacle.hpp"
 #include "virtual_kinect/room/surface.hpp"
 
@@ -15,7 +15,7 @@ namespace halcyra::virtual_kinect::room {
 struct ShellPart {
   Surface surface;
   cv::Size texture;  // pixels
-  std::function<Reflectance(float u, float v, const Vec3& point)> reflectance;
+  Coat coat;
 };
 
 // In coordinates of the camera.

@@ -2,31 +2,12 @@
 
 #include <algorithm>
 
-#include <opencv2/imgproc.hpp>
-
 namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-constexpr int kLeastMipSide = 8;
-
-uchar to_byte(float share) { return static_cast<uchar>(255.0F * clamp01(share) + 0.5F); }
-
 float fraction(int index, int count) {
   return static_cast<float>(index) / static_cast<float>(count - 1);
-}
-
-template <typename Value>
-Value between(const Surface& surface, const std::vector<Value>& values, float u, float v) {
-  const float column = u * static_cast<float>(surface.columns - 1);
-  const float row = v * static_cast<float>(surface.rows - 1);
-  const int left = std::min(static_cast<int>(column), surface.columns - 2);
-  const int top = std::min(static_cast<int>(row), surface.rows - 2);
-  const float s = column - static_cast<float>(left);
-  const float t = row - static_cast<float>(top);
-  const Value* p = &values[surface.index(left, top)];
-  const Value* q = p + surface.columns;
-  return mix(mix(p[0], p[1], s), mix(q[0], q[1], s), t);
 }
 
 }  // namespace
@@ -64,33 +45,10 @@ void update_normals(Surface& surface, bool closed) {
   }
 }
 
-float interpolated(const Surface& surface, const std::vector<float>& values, float u, float v) {
-  return between(surface, values, u, v);
-}
-
-Vec3 interpolated(const Surface& surface, const std::vector<Vec3>& values, float u, float v) {
-  return between(surface, values, u, v);
-}
-
-void paint(Surface& surface, cv::Size size,
-           const std::function<Reflectance(float u, float v, const Vec3& point)>& reflectance) {
-  cv::Mat texture(size, CV_8UC4);
-  for (int row = 0; row < size.height; ++row) {
-    const float v = (static_cast<float>(row) + 0.5F) / static_cast<float>(size.height);
-    for (int column = 0; column < size.width; ++column) {
-      const float u = (static_cast<float>(column) + 0.5F) / static_cast<float>(size.width);
-      const Reflectance r = reflectance(u, v, interpolated(surface, surface.points, u, v));
-      texture.at<cv::Vec4b>(row, column) = cv::Vec4b(to_byte(r.color.z), to_byte(r.color.y),
-                                                     to_byte(r.color.x), to_byte(r.infrared));
-    }
-  }
-  surface.texture_mips = {texture};
-  while (std::min(texture.rows, texture.cols) >= 2 * kLeastMipSide) {
-    cv::Mat half;
-    cv::resize(texture, half, {texture.cols / 2, texture.rows / 2}, 0, 0, cv::INTER_AREA);
-    surface.texture_mips.push_back(half);
-    texture = half;
-  }
+GridPlace grid_place(float along, int count) {
+  const float place = along * static_cast<float>(count - 1);
+  const int first = std::min(static_cast<int>(place), count - 2);
+  return {first, place - static_cast<float>(first)};
 }
 
 }  // namespace halcyra::virtual_kinect::room

@@ -1,6 +1,7 @@
 // What everything in the room is made of: curved surfaces, each a grid of points with a texture.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <vector>
 
@@ -9,12 +10,6 @@
 #include "virtual_kinect/room/vec3.hpp"
 
 namespace halcyra::virtual_kinect::room {
-
-// The share of the light that a point of a surface gives back, 0 to 1 each.
-struct Reflectance {
-  Vec3 color;             // red, green, blue as displayed
-  float infrared = 0.5F;  // of the sensor's own infrared light
-};
 
 struct Surface {
   int columns = 0;
@@ -42,14 +37,23 @@ Surface make_surface(int columns, int rows, const std::function<Vec3(float u, fl
 // Computes the normals from the points anew. `closed`: the last column is the first again.
 void update_normals(Surface& surface, bool closed);
 
-// The value at a place, u and v from 0 to 1, between those at the four grid points around it.
-// `values` has one for each point.
-float interpolated(const Surface& surface, const std::vector<float>& values, float u, float v);
-Vec3 interpolated(const Surface& surface, const std::vector<Vec3>& values, float u, float v);
+// A place between two neighbours of a row or a column of the grid.
+struct GridPlace {
+  int first;    // of the two
+  float share;  // 0 at the first, 1 at the second
+};
 
-// Paints the texture, `size` pixels large: `reflectance` takes u, v and the point of the surface
-// there.
-void paint(Surface& surface, cv::Size size,
-           const std::function<Reflectance(float u, float v, const Vec3& point)>& reflectance);
+// Where u or v, from 0 to 1, is among `count` columns or rows.
+GridPlace grid_place(float along, int count);
+
+// The value at a place, between those at the four grid points around it. `values` has one for each
+// point.
+template <typename Value>
+Value interpolated(const Surface& surface, const std::vector<Value>& values,
+                   const GridPlace& column, const GridPlace& row) {
+  const Value* p = &values[surface.index(column.first, row.first)];
+  const Value* q = p + surface.columns;
+  return mix(mix(p[0], p[1], column.share), mix(q[0], q[1], column.share), row.share);
+}
 
 }  // namespace halcyra::virtual_kinect::room

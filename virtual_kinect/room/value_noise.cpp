@@ -1,16 +1,18 @@
 #include "virtual_kinect/room/value_noise.hpp"
 
 #include <cmath>
+#include <cstddef>
+
+#include "virtual_kinect/room/noise_kernels.hpp"
 
 namespace halcyra::virtual_kinect::room {
 
 namespace {
 
-// From one corner of the lattice to the next, the number that is hashed grows by these.
-constexpr std::uint32_t kAlongX = 0x8DA6B343U;
-constexpr std::uint32_t kAlongY = 0xD8163841U;
-constexpr std::uint32_t kAlongZ = 0xCB1AB31FU;
-constexpr std::uint32_t kAlongSeeds = 0x9E3779B9U;
+// How much finer each octave of layered noise is than the first, and what share it has.
+constexpr float kSecondOctave = 2.03F;
+constexpr float kThirdOctave = 4.1F;
+constexpr float kShares[] = {0.57F, 0.28F, 0.15F};
 
 struct Cell {
   std::uint32_t index;
@@ -28,50 +30,21 @@ float corner(std::uint32_t x, std::uint32_t y, std::uint32_t z, std::uint32_t se
   return hash_unit(x * kAlongX + y * kAlongY + z * kAlongZ + seed * kAlongSeeds);
 }
 
-// Four noises at once take half the time that they take one by one. These functions do in each lane
-// what their namesakes for single numbers do, to the bit.
-using FourBits = std::uint32_t __attribute__((vector_size(16)));
-using FourInts = std::int32_t __attribute__((vector_size(16)));
-using FourFloats = float __attribute__((vector_size(16)));
-
-struct FourCells {
-  FourBits index;
-  FourFloats blend;
-};
-
-FourCells cells_of(FourFloats t) {
-  const FourInts towards_zero = __builtin_convertvector(t, FourInts);
-  const FourInts floor =
-      towards_zero + (__builtin_convertvector(towards_zero, FourFloats) > t);  // true is -1
-  const FourFloats rest = t - __builtin_convertvector(floor, FourFloats);
-  return {__builtin_convertvector(floor, FourBits), rest * rest * (3.0F - 2.0F * rest)};
+std::vector<float> noises(const Places& places, const std::vector<std::uint32_t>& seeds) {
+  static NoiseKernel* const kKernel = available_noise_kernels().back();
+  std::vector<float> values(places.size());
+  kKernel({places.x.data(), places.y.data(), places.z.data(), seeds.data(), places.size()},
+          values.data());
+  return values;
 }
 
-FourFloats hash_units(FourBits n) {
-  n = (n ^ (n >> 16U)) * 0x7FEB352DU;
-  n = (n ^ (n >> 15U)) * 0x846CA68BU;
-  n = n ^ (n >> 16U);
-  return __builtin_convertvector(__builtin_convertvector(n >> 8U, FourInts), FourFloats) *
-         (1.0F / 16777216.0F);
+std::vector<std::uint32_t> moved(std::vector<std::uint32_t> seeds, std::uint32_t by) {
+  for (std::uint32_t& seed : seeds) seed += by;
+  return seeds;
 }
 
-FourFloats mix(FourFloats a, FourFloats b, FourFloats t) { return a + (b - a) * t; }
-
-FourFloats value_noises(FourFloats x, FourFloats y, FourFloats z, FourBits seeds) {
-  const FourCells cx = cells_of(x);
-  const FourCells cy = cells_of(y);
-  const FourCells cz = cells_of(z);
-  const FourBits corner =
-      cx.index * kAlongX + cy.index * kAlongY + cz.index * kAlongZ + seeds * kAlongSeeds;
-  FourFloats planes[2];
-  for (std::uint32_t k = 0; k < 2; ++k) {
-    const FourBits n = corner + k * kAlongZ;
-    const FourFloats upper = mix(hash_units(n), hash_units(n + kAlongX), cx.blend);
-    const FourFloats lower =
-        mix(hash_units(n + kAlongY), hash_units(n + kAlongX + kAlongY), cx.blend);
-    planes[k] = mix(upper, lower, cy.blend);
-  }
-  return 2.0F * mix(planes[0], planes[1], cz.blend) - 1.0F;
+float sum_of_octaves(float first, float second, float third) {
+  return kShares[0] * first + kShares[1] * second + kShares[2] * third;
 }
 
 }  // namespace
@@ -102,18 +75,27 @@ float value_noise(const Vec3& p, std::uint32_t seed) {
   return 2.0F * mix(planes[0], planes[1], z.blend) - 1.0F;
 }
 
-LayeredAndSingle layered_and_single_noise(const Vec3& p, std::uint32_t seed, const Vec3& single,
-                                          std::uint32_t single_seed) {
-  const Vec3 q = p * 2.03F;
-  const Vec3 r = p * 4.1F;
-  const FourFloats noises = value_noises(
-      FourFloats{p.x, q.x, r.x, single.x}, FourFloats{p.y, q.y, r.y, single.y},
-      FourFloats{p.z, q.z, r.z, single.z}, FourBits{seed, seed + 1, seed + 2, single_seed});
-  return {0.57F * noises[0] + 0.28F * noises[1] + 0.15F * noises[2], noises[3]};
+float layered_noise(const Vec3& p, std::uint32_t seed) {
+  return sum_of_octaves(value_noise(p, seed), value_noise(p * kSecondOctave, seed + 1),
+                        value_noise(p * kThirdOctave, seed + 2));
 }
 
-float layered_noise(const Vec3& p, std::uint32_t seed) {
-  return layered_and_single_noise(p, seed, {}, 0).layered;
+std::vector<float> value_noise(const Places& places, std::uint32_t seed) {
+  return noises(places, std::vector<std::uint32_t>(places.size(), seed));
+}
+
+std::vector<float> layered_noise(const Places& places, std::uint32_t seed) {
+  return layered_noise(places, std::vector<std::uint32_t>(places.size(), seed));
+}
+
+std::vector<float> layered_noise(const Places& places, const std::vector<std::uint32_t>& seeds) {
+  std::vector<float> sums = noises(places, seeds);
+  const std::vector<float> second = noises(places * kSecondOctave, moved(seeds, 1));
+  const std::vector<float> third = noises(places * kThirdOctave, moved(seeds, 2));
+  for (std::size_t i = 0; i < sums.size(); ++i) {
+    sums[i] = sum_of_octaves(sums[i], second[i], third[i]);
+  }
+  return sums;
 }
 
 }  // namespace halcyra::virtual_kinect::room

@@ -6,6 +6,7 @@
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
 
+#include "virtual_kinect/room/coat.hpp"
 #include "virtual_kinect/room/shapes.hpp"
 
 namespace halcyra::virtual_kinect::room {
@@ -18,7 +19,7 @@ const cv::Point kMiddle(40, 30);
 Surface square(float depth, const Vec3& color, float infrared, float side = 400.0F) {
   Surface surface =
       make_sheet({-0.5F * side, -0.5F * side, depth}, {side, 0, 0}, {0, side, 0}, 50.0F);
-  paint(surface, {32, 32}, [&](float, float, const Vec3&) { return Reflectance{color, infrared}; });
+  paint(surface, {32, 32}, even_coat({color, infrared}));
   return surface;
 }
 

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include <gtest/gtest.h>
-#include <opencv2/core.hpp>
 
 namespace halcyra::virtual_kinect::room {
 namespace {
@@ -34,46 +33,10 @@ TEST(Surface, HasOneNormalAtTheSeamOfAClosedGrid) {
 TEST(Surface, InterpolatesBetweenItsPoints) {
   const Surface surface = flat();
   for (const auto& [u, v] : {std::pair(0.0F, 0.0F), std::pair(0.3F, 0.8F), std::pair(1.0F, 1.0F)}) {
-    const Vec3 point = interpolated(surface, surface.points, u, v);
+    const Vec3 point = interpolated(surface, surface.points, grid_place(u, surface.columns),
+                                    grid_place(v, surface.rows));
     EXPECT_LT(length(point - Vec3{100.0F * u, 60.0F * v, 900.0F}), 1e-3F);
   }
-}
-
-TEST(Paint, StoresBlueGreenRedAndInfrared) {
-  Surface surface = flat();
-  paint(surface, {8, 8}, [](float, float, const Vec3&) {
-    return Reflectance{{1.0F, 0.2F, 0.4F}, 0.6F};
-  });
-  EXPECT_EQ(surface.texture_mips.front().at<cv::Vec4b>(3, 3), cv::Vec4b(102, 51, 255, 153));
-}
-
-TEST(Paint, KeepsReflectancesWithinBytes) {
-  Surface surface = flat();
-  paint(surface, {8, 8}, [](float, float, const Vec3&) {
-    return Reflectance{{3.0F, -1.0F, 1.01F}, 9.0F};
-  });
-  EXPECT_EQ(surface.texture_mips.front().at<cv::Vec4b>(3, 3), cv::Vec4b(255, 0, 255, 255));
-}
-
-TEST(Paint, AsksForThePlaceOfEachTexel) {
-  Surface surface = flat();
-  paint(surface, {10, 20}, [](float u, float v, const Vec3& point) {
-    EXPECT_NEAR(point.x, 100.0F * u, 1e-3F);
-    EXPECT_NEAR(point.y, 60.0F * v, 1e-3F);
-    return Reflectance{{u, v, 0.0F}, 0.0F};
-  });
-  const cv::Mat& texture = surface.texture_mips.front();
-  EXPECT_EQ(texture.size(), cv::Size(10, 20));
-  EXPECT_EQ(texture.at<cv::Vec4b>(0, 9)[2], 242);   // 0.95
-  EXPECT_EQ(texture.at<cv::Vec4b>(19, 0)[1], 249);  // 0.975
-}
-
-TEST(Paint, MakesHalvesDownToEightTexels) {
-  Surface surface = flat();
-  paint(surface, {64, 40}, [](float, float, const Vec3&) { return Reflectance{{1, 1, 1}, 1}; });
-  ASSERT_EQ(surface.texture_mips.size(), 3U);
-  EXPECT_EQ(surface.texture_mips[1].size(), cv::Size(32, 20));
-  EXPECT_EQ(surface.texture_mips[2].size(), cv::Size(16, 10));
 }
 
 }  // namespace
