@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cstddef>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -21,8 +22,35 @@ cv::Ptr<LBPHFaceRecognizer> make_library_model() {
   return LBPHFaceRecognizer::create(1, 8, 8, 8, DBL_MAX);
 }
 
-// Keeps OpenCV's model and asks it everything, except for the prediction of pictures that
-// local_patterns.hpp knows how to compare.
+// Samples that OpenCV's model is to be trained with, when it is asked for the first time.
+struct Untrained {
+  std::vector<cv::Mat> pictures;
+  std::vector<int> labels;
+};
+
+bool has_known_form(const cv::Mat& picture) {
+  return picture.type() == CV_8UC1 &&
+         picture.size() == cv::Size(kPatternPictureSide, kPatternPictureSide);
+}
+
+// The samples, if local_patterns.hpp knows how to compare all of them; otherwise none.
+Untrained known_samples(cv::InputArrayOfArrays src, cv::InputArray labels) {
+  if (src.kind() != cv::_InputArray::STD_VECTOR_MAT) return {};
+  Untrained samples;
+  src.getMatVector(samples.pictures);
+  const cv::Mat numbers = labels.getMat();
+  const bool each_has_a_label =
+      numbers.type() == CV_32SC1 && numbers.total() == samples.pictures.size();
+  const bool comparable =
+      std::all_of(samples.pictures.begin(), samples.pictures.end(), has_known_form);
+  if (!each_has_a_label || !comparable) return {};
+  samples.labels.assign(numbers.begin<int>(), numbers.end<int>());
+  return samples;
+}
+
+// Trains with pictures that local_patterns.hpp knows how to compare, and predicts them. Everything
+// else it leaves to OpenCV's model, which takes ten times as long to train. So that is trained only
+// when something is asked of it.
 class FastLbph : public LBPHFaceRecognizer {
  public:
   explicit FastLbph(cv::Ptr<LBPHFaceRecognizer> model) : model_(std::move(model)) {}
@@ -30,51 +58,39 @@ class FastLbph : public LBPHFaceRecognizer {
   using cv::face::FaceRecognizer::predict;
   void predict(cv::InputArray src, cv::Ptr<cv::face::PredictCollector> collector) const override {
     const cv::Mat picture = src.getMat();
-    const cv::Size known_size(kPatternPictureSide, kPatternPictureSide);
-    if (known_.empty() || picture.type() != CV_8UC1 || picture.size() != known_size) {
-      model_->predict(src, collector);
+    if (known_.empty() || !has_known_form(picture)) {
+      model().predict(src, collector);
       return;
     }
     const PatternHistogram probe = pattern_histogram(picture);
     collector->init(known_.size());
     for (std::size_t i = 0; i < known_.size(); ++i) {
-      const int label = labels_.at<int>(static_cast<int>(i));
-      if (!collector->collect(label, pattern_distance(known_[i], probe))) return;
+      if (!collector->collect(labels_[i], pattern_distance(known_[i], probe))) return;
     }
   }
 
   void train(cv::InputArrayOfArrays src, cv::InputArray labels) override {
     known_.clear();
-    model_->train(src, labels);
-    learn_histograms();
+    untrained_ = has_known_settings() ? known_samples(src, labels) : Untrained{};
+    if (untrained_.pictures.empty()) {
+      model_->train(src, labels);
+      learn_histograms();
+      return;
+    }
+    labels_ = untrained_.labels;
+    for (const cv::Mat& picture : untrained_.pictures) known_.push_back(pattern_histogram(picture));
   }
   void update(cv::InputArrayOfArrays src, cv::InputArray labels) override {
-    known_.clear();
-    model_->update(src, labels);
+    changing_model().update(src, labels);
     learn_histograms();
   }
   using cv::face::FaceRecognizer::read;
-  void read(const cv::FileNode& node) override {
-    known_.clear();
-    model_->read(node);
-  }
+  void read(const cv::FileNode& node) override { changing_model().read(node); }
 
-  void setGridX(int cells) override {
-    known_.clear();
-    model_->setGridX(cells);
-  }
-  void setGridY(int cells) override {
-    known_.clear();
-    model_->setGridY(cells);
-  }
-  void setRadius(int pixels) override {
-    known_.clear();
-    model_->setRadius(pixels);
-  }
-  void setNeighbors(int points) override {
-    known_.clear();
-    model_->setNeighbors(points);
-  }
+  void setGridX(int cells) override { changing_model().setGridX(cells); }
+  void setGridY(int cells) override { changing_model().setGridY(cells); }
+  void setRadius(int pixels) override { changing_model().setRadius(pixels); }
+  void setNeighbors(int points) override { changing_model().setNeighbors(points); }
   void setThreshold(double threshold) override { model_->setThreshold(threshold); }
 
   int getGridX() const override { return model_->getGridX(); }
@@ -82,12 +98,12 @@ class FastLbph : public LBPHFaceRecognizer {
   int getRadius() const override { return model_->getRadius(); }
   int getNeighbors() const override { return model_->getNeighbors(); }
   double getThreshold() const override { return model_->getThreshold(); }
-  std::vector<cv::Mat> getHistograms() const override { return model_->getHistograms(); }
-  cv::Mat getLabels() const override { return model_->getLabels(); }
-  bool empty() const override { return model_->empty(); }
+  std::vector<cv::Mat> getHistograms() const override { return model().getHistograms(); }
+  cv::Mat getLabels() const override { return model().getLabels(); }
+  bool empty() const override { return known_.empty() && model_->empty(); }
   cv::String getDefaultName() const override { return model_->getDefaultName(); }
   using cv::face::FaceRecognizer::write;
-  void write(cv::FileStorage& storage) const override { model_->write(storage); }
+  void write(cv::FileStorage& storage) const override { model().write(storage); }
   void setLabelInfo(int label, const cv::String& info) override {
     model_->setLabelInfo(label, info);
   }
@@ -100,6 +116,18 @@ class FastLbph : public LBPHFaceRecognizer {
   bool has_known_settings() const {
     return getRadius() == 1 && getNeighbors() == 8 && getGridX() == 8 && getGridY() == 8;
   }
+  // OpenCV's model, trained.
+  LBPHFaceRecognizer& model() const {
+    const std::lock_guard lock(training_);
+    if (!untrained_.pictures.empty()) model_->train(untrained_.pictures, untrained_.labels);
+    untrained_ = {};
+    return *model_;
+  }
+  // The same, to be changed, after which only it may predict.
+  LBPHFaceRecognizer& changing_model() {
+    known_.clear();
+    return model();
+  }
   // Not if some samples were added with other settings.
   void learn_histograms() {
     const std::vector<cv::Mat> all = model_->getHistograms();
@@ -107,13 +135,16 @@ class FastLbph : public LBPHFaceRecognizer {
       return shares.total() == kPatternBins && cv::checkRange(shares);
     });
     if (!has_known_settings() || !comparable) return;
-    labels_ = model_->getLabels();
+    const cv::Mat labels = model_->getLabels();
+    labels_.assign(labels.begin<int>(), labels.end<int>());
     for (const cv::Mat& shares : all) known_.push_back(known_pattern_histogram(shares));
   }
 
-  cv::Ptr<LBPHFaceRecognizer> model_;
+  const cv::Ptr<LBPHFaceRecognizer> model_;
+  mutable std::mutex training_;  // of `model_`, by the first thread that needs it
+  mutable Untrained untrained_;
   std::vector<PatternHistogram> known_;  // of all samples; empty if only `model_` may predict
-  cv::Mat labels_;                       // theirs
+  std::vector<int> labels_;              // theirs
 };
 
 }  // namespace

@@ -43,12 +43,6 @@ FastCascadeClassifier::FastCascadeClassifier(cv::Ptr<cv::BaseCascadeClassifier> 
                                              StumpCascade cascade, InstructionSet instructions)
     : original_(std::move(original)), search_(std::move(cascade), instructions) {}
 
-std::vector<cv::Rect> FastCascadeClassifier::candidates(ImagePyramid& pyramid, Facing facing,
-                                                        const DetectionSettings& settings) {
-  return search_picture(
-      pyramid, {{&search_, facing, scales_for(pyramid.picture().size(), window(), settings)}})[0];
-}
-
 std::vector<cv::Rect> FastCascadeClassifier::detect(ImagePyramid& pyramid, Facing facing,
                                                     const DetectionSettings& settings) {
   return detect_together(pyramid, {{this, facing}}, settings)[0];
@@ -65,7 +59,18 @@ bool FastCascadeClassifier::can_mirror(const cv::Size& picture,
 
 bool FastCascadeClassifier::covers(cv::InputArray image, double scale_factor) const {
   return image.isMat() && image.dims() == 2 && image.type() == CV_8UC1 && scale_factor > 1.0 &&
-         has_room(image.size(), window()) && original_->getMaskGenerator().empty();
+         original_->getMaskGenerator().empty();
+}
+
+// OpenCV too leaves the caller's old boxes in the list if the picture is smaller than the window.
+void FastCascadeClassifier::find_candidates(const cv::Mat& picture,
+                                            const DetectionSettings& settings,
+                                            std::vector<cv::Rect>& objects) {
+  if (!has_room(picture.size(), window())) return;
+  pyramid_.set_picture(picture);
+  const SearchPass pass{&search_, Facing::kAsIs, scales_for(picture.size(), window(), settings)};
+  objects = search_picture(pyramid_, {pass})[0];
+  pyramid_.forget_picture();
 }
 
 bool FastCascadeClassifier::empty() const { return original_->empty(); }
@@ -84,9 +89,7 @@ void FastCascadeClassifier::detectMultiScale(cv::InputArray image, std::vector<c
                                 max_size);
     return;
   }
-  pyramid_.set_picture(image.getMat());
-  objects = candidates(pyramid_, Facing::kAsIs, {scale_factor, min_neighbors, min_size, max_size});
-  pyramid_.forget_picture();
+  find_candidates(image.getMat(), {scale_factor, min_neighbors, min_size, max_size}, objects);
   cv::groupRectangles(objects, min_neighbors, kGroupingTolerance);
 }
 
@@ -99,9 +102,7 @@ void FastCascadeClassifier::detectMultiScale(cv::InputArray image, std::vector<c
                                 min_size, max_size);
     return;
   }
-  pyramid_.set_picture(image.getMat());
-  objects = candidates(pyramid_, Facing::kAsIs, {scale_factor, min_neighbors, min_size, max_size});
-  pyramid_.forget_picture();
+  find_candidates(image.getMat(), {scale_factor, min_neighbors, min_size, max_size}, objects);
   cv::groupRectangles(objects, num_detections, min_neighbors, kGroupingTolerance);
 }
 

@@ -24,9 +24,9 @@ struct DetectionSettings {
 
 // The implementation behind a cv::CascadeClassifier. Finds the same objects in the same order as
 // OpenCV's classifier does on one thread; on several, OpenCV's own order varies. Calls that this
-// does not cover are passed on to OpenCV's classifier of the same file: pictures in colour, not in
-// a cv::Mat or smaller than the window, scale factors that are not above 1, mask generators, and
-// the overload with reject levels. Like OpenCV's, it serves one call at a time.
+// does not cover are passed on to OpenCV's classifier of the same file: pictures in colour or not
+// in a cv::Mat, scale factors that are not above 1, mask generators, and the overload with reject
+// levels. Like OpenCV's, it serves one call at a time.
 class FastCascadeClassifier final : public cv::BaseCascadeClassifier {
  public:
   // `original` is OpenCV's classifier, loaded from the file that `cascade` was read from.
@@ -65,8 +65,8 @@ class FastCascadeClassifier final : public cv::BaseCascadeClassifier {
 
  private:
   bool covers(cv::InputArray image, double scale_factor) const;
-  std::vector<cv::Rect> candidates(ImagePyramid& pyramid, Facing facing,
-                                   const DetectionSettings& settings);
+  void find_candidates(const cv::Mat& picture, const DetectionSettings& settings,
+                       std::vector<cv::Rect>& objects);
 
   cv::Ptr<cv::BaseCascadeClassifier> original_;
   CascadeSearch search_;

@@ -3,26 +3,38 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
-#include <iterator>
-#include <map>
+#include <utility>
 
 namespace halcyra::haar {
 namespace {
 
-using CornerWeights = std::map<Corner, int>;
+using CornerWeight = std::pair<Corner, int>;
+
+// In the corners' order, each once.
+using CornerWeights = std::vector<CornerWeight>;
 
 // Without the corners whose weights cancel out.
 CornerWeights corner_weights(const RectFeature& feature) {
   constexpr std::array<int, 4> kSigns = {1, -1, -1, 1};
-  CornerWeights weights;
+  CornerWeights all;
+  all.reserve(kSigns.size() * feature.size());
   for (const WeightedRect& rect : feature) {
     const std::array<Corner, 4> corners = corners_of(rect.area);
-    for (std::size_t i = 0; i < corners.size(); ++i) weights[corners[i]] += kSigns[i] * rect.weight;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+      all.emplace_back(corners[i], kSigns[i] * rect.weight);
+    }
   }
-  for (auto it = weights.begin(); it != weights.end();) {
-    it = it->second == 0 ? weights.erase(it) : std::next(it);
+  std::sort(all.begin(), all.end());
+  CornerWeights sums;
+  sums.reserve(all.size());
+  for (const auto& [corner, weight] : all) {
+    if (sums.empty() || sums.back().first != corner) sums.emplace_back(corner, 0);
+    sums.back().second += weight;
   }
-  return weights;
+  sums.erase(std::remove_if(sums.begin(), sums.end(),
+                            [](const CornerWeight& one) { return one.second == 0; }),
+             sums.end());
+  return sums;
 }
 
 // Two corners of a feature on one of its lines, and the weight of their difference.
@@ -35,15 +47,17 @@ struct CornerPair {
 // The pairs of corners on vertical or horizontal lines, in the lines' order. None if the corners do
 // not form such pairs, all from and to the same coordinates.
 std::vector<CornerPair> corner_pairs(const CornerWeights& weights, bool vertical) {
-  CornerWeights by_line;
-  for (const auto& [corner, weight] : weights) {
-    by_line[vertical ? corner : Corner(corner.second, corner.first)] = weight;
+  CornerWeights by_line = weights;
+  if (!vertical) {
+    for (auto& [corner, weight] : by_line) std::swap(corner.first, corner.second);
+    std::sort(by_line.begin(), by_line.end());
   }
+  if (by_line.size() % 2 != 0) return {};
   std::vector<CornerPair> pairs;
-  for (auto it = by_line.begin(); it != by_line.end(); ++it) {
-    const auto [from, from_weight] = *it;
-    if (++it == by_line.end()) return {};
-    const auto [to, weight] = *it;
+  pairs.reserve(by_line.size() / 2);
+  for (std::size_t i = 0; i < by_line.size(); i += 2) {
+    const auto& [from, from_weight] = by_line[i];
+    const auto& [to, weight] = by_line[i + 1];
     if (to.first != from.first || weight != -from_weight) return {};
     if (!pairs.empty() &&
         (from.second != pairs[0].from.second || to.second != pairs[0].to.second)) {

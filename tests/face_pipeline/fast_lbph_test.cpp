@@ -2,6 +2,7 @@
 
 #include <cfloat>
 #include <cstddef>
+#include <future>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,6 +89,43 @@ TEST_F(FastLbph, PredictsWithSamplesOfAnySize) {
   expect_equal_predictions(pictures_[5]);
 }
 
+TEST_F(FastLbph, ForgetsWhatItWasTrainedWithBefore) {
+  cv::Mat large;
+  cv::resize(pictures_[20], large, {200, 170});
+  train({pictures_[0], pictures_[9]}, {1, 2});
+  train({large, pictures_[1], pictures_[2]}, {3, 4, 5});
+  expect_equal_predictions(pictures_[5]);
+  expect_equal_predictions(large);
+  train({pictures_[7]}, {6});
+  expect_equal_predictions(pictures_[5]);
+  expect_equal_predictions(large);
+}
+
+TEST_F(FastLbph, TellsWhatItWasTrainedWith) {
+  train({pictures_[0], pictures_[9]}, {4, 2});
+  EXPECT_FALSE(fast_->empty());
+  const Pictures histograms = fast_->getHistograms();
+  const Pictures expected = library_->getHistograms();
+  ASSERT_EQ(histograms.size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    EXPECT_TRUE(same_pixels(histograms[i], expected[i]));
+  }
+  train({pictures_[5], pictures_[9]}, {7, 2});
+  EXPECT_TRUE(same_pixels(fast_->getLabels(), library_->getLabels()));
+}
+
+TEST_F(FastLbph, PredictsPicturesOfOtherSizesOnSeveralThreads) {
+  cv::Mat large;
+  cv::resize(pictures_[20], large, {200, 170});
+  train({pictures_[0], pictures_[9]}, {1, 2});
+  const Results expected = all_results(library_, large);
+  std::vector<std::future<Results>> answers;
+  for (int i = 0; i < 4; ++i) {
+    answers.push_back(std::async(std::launch::async, [&] { return all_results(fast_, large); }));
+  }
+  for (std::future<Results>& answer : answers) EXPECT_EQ(answer.get(), expected);
+}
+
 TEST_F(FastLbph, PredictsAPartOfALargerPicture) {
   train({pictures_[0], pictures_[9]}, {1, 2});
   cv::RNG random(3);
@@ -130,6 +168,9 @@ TEST_F(FastLbph, FollowsEverySetting) {
 // With another radius the histograms have as many bins as before, and mean something else.
 TEST_F(FastLbph, FollowsASettingWithoutNewTraining) {
   train({pictures_[0], pictures_[9]}, {1, 2});
+  fast_->setThreshold(2.0);
+  library_->setThreshold(2.0);
+  expect_equal_predictions(pictures_[5]);
   fast_->setRadius(2);
   library_->setRadius(2);
   expect_equal_predictions(pictures_[5]);
@@ -141,6 +182,12 @@ TEST_F(FastLbph, ThrowsWithoutSamples) {
   EXPECT_TRUE(fast_->empty());
   EXPECT_THROW(fast_->predict(pictures_[0], label, distance), cv::Exception);
   EXPECT_THROW(fast_->train(Pictures{}, std::vector<int>{}), cv::Exception);
+}
+
+TEST_F(FastLbph, ThrowsUnlessEachSampleHasALabel) {
+  EXPECT_THROW(fast_->train(Pictures{pictures_[0], pictures_[1]}, std::vector<int>{1}),
+               cv::Exception);
+  EXPECT_THROW(fast_->train(Pictures{pictures_[0]}, std::vector<double>{1.0}), cv::Exception);
 }
 
 TEST_F(FastLbph, StopsWhenTheCollectorHasEnough) {

@@ -386,21 +386,32 @@ TEST(FastCascade, ThrowsWhereACallNeedsAFileThatIsGone) {
   std::filesystem::remove(file);
   const DetectionSettings settings;
   EXPECT_FALSE(detected(fast, portrait(), settings).empty());
+  EXPECT_TRUE(detected(fast, cv::Mat::zeros(23, 40, CV_8UC1), settings).empty());
   cv::Mat colour;
   cv::cvtColor(portrait(), colour, cv::COLOR_GRAY2BGR);
   EXPECT_THROW(detected(fast, colour, settings), cv::Exception);
 }
 
 // OpenCV's classifier returns early and leaves the caller's old boxes in the list.
-TEST(FastCascade, LeavesPicturesSmallerThanTheWindowToOpenCv) {
+TEST(FastCascade, KeepsOldBoxesForPicturesSmallerThanTheWindowAsOpenCvDoes) {
   cv::CascadeClassifier& fast = classifiers("frontalface_default").fast.back();
   cv::CascadeClassifier& original = classifiers("frontalface_default").original;
-  const cv::Mat picture = noise({40, 23}, 0, 255, cv::theRNG());
-  Boxes expected = {cv::Rect(1, 2, 3, 4), cv::Rect(1, 2, 3, 4)};
-  Boxes boxes = expected;
-  original.detectMultiScale(picture, expected, 1.1, 1);
-  fast.detectMultiScale(picture, boxes, 1.1, 1);
-  EXPECT_EQ(boxes, expected);
+  for (const cv::Size size : {cv::Size(40, 23), cv::Size(23, 40), cv::Size(1, 1)}) {
+    const cv::Mat picture = noise(size, 0, 255, cv::theRNG());
+    for (const int min_neighbors : {0, 1}) {
+      Boxes expected = {cv::Rect(1, 2, 3, 4), cv::Rect(1, 2, 3, 4), cv::Rect(0, 0, 9, 9)};
+      Boxes boxes = expected;
+      std::vector<int> expected_counts;
+      std::vector<int> counts;
+      original.detectMultiScale(picture, expected, 1.1, min_neighbors);
+      fast.detectMultiScale(picture, boxes, 1.1, min_neighbors);
+      EXPECT_EQ(boxes, expected);
+      original.detectMultiScale(picture, expected, expected_counts, 1.1, min_neighbors);
+      fast.detectMultiScale(picture, boxes, counts, 1.1, min_neighbors);
+      EXPECT_EQ(boxes, expected);
+      EXPECT_EQ(counts, expected_counts);
+    }
+  }
 }
 
 TEST(FastCascade, GivesRejectLevelsAsOpenCvDoes) {
