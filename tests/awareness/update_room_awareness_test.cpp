@@ -164,6 +164,12 @@ TEST(UpdateRoomAwareness, HoldsANewAutomaticModeBack) {
                    "tracking uncertain; holding scan before switching to follow");
 }
 
+// It counts as "combo", but as neither of the views that hold a mode back.
+TEST(UpdateRoomAwareness, HoldsNothingBackInAViewWithoutAName) {
+  expect_attention(room_after("scan", "", {face(3)}), "follow", "Person 3",
+                   room_after("follow", "combo", {face(3)}).reason);
+}
+
 TEST(UpdateRoomAwareness, KeepsTheCountsAndTheFallbackOfAModeHeldBack) {
   const RoomAwareness empty = room_after("follow", "combo", kNobody);
   EXPECT_EQ(empty.fallback, "degraded");
